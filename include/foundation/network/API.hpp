@@ -1,0 +1,21 @@
+#pragma once
+
+/// @file
+/// The mark that makes a class or function part of the library's binary interface.
+
+// A macro, because the language has no word for it. The build defines ZKFLNETWORK_EXPORTS while the
+// library itself is compiled; on Windows the same mark then exports instead of importing. Where
+// templates are concerned, Windows wants the mark on the explicit instantiation's definition and
+// the ELF platforms want it on its declaration: ZKFLNETWORK_API_TEMPLATE stands on the definition.
+#if defined(_WIN32)
+#    if defined(ZKFLNETWORK_EXPORTS)
+#        define ZKFLNETWORK_API __declspec(dllexport)
+#        define ZKFLNETWORK_API_TEMPLATE __declspec(dllexport)
+#    else
+#        define ZKFLNETWORK_API __declspec(dllimport)
+#        define ZKFLNETWORK_API_TEMPLATE
+#    endif
+#else
+#    define ZKFLNETWORK_API __attribute__((visibility("default")))
+#    define ZKFLNETWORK_API_TEMPLATE
+#endif

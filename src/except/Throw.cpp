@@ -1,0 +1,29 @@
+#include "except/Throw.hpp"
+
+#include <foundation/core/except/Exception.hpp>
+
+#include <boost/throw_exception.hpp>
+
+namespace foundation::core::except {
+
+void throwLogicError(const char* message)
+{
+    throw AnonymousInternalException<std::logic_error>(std::logic_error(message));
+}
+
+void throwRuntimeError(const char* message)
+{
+    throw AnonymousInternalException<std::runtime_error>(std::runtime_error(message));
+}
+
+void throwOutOfRange(const std::string& message)
+{
+    boost::throw_exception(std::out_of_range(message));
+}
+
+void throwAnonymous(const char* message)
+{
+    throw AnonymousInternalException<std::exception>(std::runtime_error(message));
+}
+
+} // namespace foundation::core::except
