@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+/// 64-bit FNV-1a over UTF-32 text: four bytes a code point, low byte first on every machine.
+namespace foundation::network::text {
+
+inline constexpr std::uint64_t FNV_OFFSET_BASIS = 0xcbf29ce484222325U;
+inline constexpr std::uint64_t FNV_PRIME = 0x100000001b3U;
+
+/// The hash of @p text; that of the empty text is `FNV_OFFSET_BASIS`.
+inline std::uint64_t fnv1a(std::u32string_view text) noexcept
+{
+    // A zero byte only multiplies, so the multiplications of a run of zero bytes are one.
+    constexpr std::uint64_t PRIME_2 = FNV_PRIME * FNV_PRIME;
+    constexpr std::uint64_t PRIME_4 = PRIME_2 * PRIME_2;
+
+    std::uint64_t hash = FNV_OFFSET_BASIS;
+    for (const char32_t unit : text) {
+        if (unit < 0x100) {
+            hash = (hash ^ unit) * PRIME_4;
+            continue;
+        }
+        hash = (hash ^ (unit & 0xFF)) * FNV_PRIME;
+        hash = (hash ^ ((unit >> 8) & 0xFF)) * FNV_PRIME;
+        hash = (hash ^ ((unit >> 16) & 0xFF)) * FNV_PRIME;
+        hash = (hash ^ (unit >> 24)) * FNV_PRIME;
+    }
+    return hash;
+}
+
+} // namespace foundation::network::text

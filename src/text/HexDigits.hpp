@@ -1,0 +1,25 @@
+#pragma once
+
+#include <string>
+
+/// The hexadecimal digits of percent escapes (RFC 3986, 2.1), which are ASCII only.
+namespace foundation::network::text {
+
+constexpr bool isHexDigit(char32_t c) noexcept
+{
+    return (c >= U'0' && c <= U'9') || (c >= U'A' && c <= U'F') || (c >= U'a' && c <= U'f');
+}
+
+/// The value of a character for which `isHexDigit` holds.
+constexpr char32_t hexDigitValue(char32_t c) noexcept
+{
+    return c <= U'9' ? c - U'0' : (c | 0x20U) - U'a' + 10;
+}
+
+/// The digit of a value below 16, in upper case.
+constexpr char hexDigit(unsigned value) noexcept
+{
+    return "0123456789ABCDEF"[value];
+}
+
+} // namespace foundation::network::text

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+/// Strict conversions between UTF-8, UTF-16 and UTF-32. Every defect is an error; nothing is ever
+/// replaced. All functions are pure.
+namespace foundation::network::text {
+
+inline constexpr char32_t MAX_CODE_POINT = 0x10FFFF;
+
+/// Decodes UTF-8 into @p result, with one allocation.
+///
+/// A lead byte F8 to FF is read as the lead of four bytes, of which it gives the low three bits.
+/// Overlong forms, surrogates and values above U+10FFFF are defects.
+///
+/// @returns false, with @p result unspecified, if the text has a defect
+bool decodeUtf8(std::string_view utf8, std::u32string& result);
+
+/// UTF-8 to UTF-32.
+/// @throws AnonymousInternalException<std::exception> "Invalid UTF-8 sequence encountered while
+///         trying to encode UTF-32 character"
+std::u32string toUtf32(std::string_view utf8);
+
+/// UTF-16 to UTF-32.
+/// @throws boost::wrapexcept<std::out_of_range> "Misplaced UTF-16 surrogate U+0xd800 encountered
+///         while trying to encode UTF-32 sequence", with the unit at fault; after a high surrogate
+///         at the end of the text that is the terminating zero, written "0"
+std::u32string toUtf32(std::u16string_view utf16);
+
+/// UTF-32 to UTF-16.
+/// @throws boost::wrapexcept<std::out_of_range> "Invalid UTF-32 code point U+0x110000 encountered
+///         while trying to encode UTF-16 sequence", for a surrogate or a value above U+10FFFF
+std::u16string toUtf16(std::u32string_view utf32);
+
+/// UTF-32 to UTF-8. A surrogate is written as three bytes: only `toUtf16` refuses it.
+/// @throws boost::wrapexcept<std::out_of_range> the same text as `toUtf16`, for a value above
+///         U+10FFFF
+std::string toUtf8(std::u32string_view utf32);
+
+/// The bytes of one code point in UTF-8.
+struct Utf8Sequence {
+    char bytes[4];
+    std::uint8_t length;
+
+    std::string_view view() const noexcept { return {bytes, length}; }
+};
+
+/// Writes one code point as UTF-8, by the rule of `toUtf8` and with its failure.
+Utf8Sequence encodeUtf8(char32_t codePoint);
+
+} // namespace foundation::network::text
