@@ -1,0 +1,169 @@
+#include "iri/ComponentCoders.hpp"
+
+#include "text/HexDigits.hpp"
+#include "text/Utf.hpp"
+
+#include <algorithm>
+#include <type_traits>
+
+namespace foundation::network::iri {
+
+namespace {
+
+    template <class Rules>
+    constexpr bool isQuery = std::is_same_v<Rules, QueryRules>;
+
+    // The low bytes of the elements: what the decoder read as bytes, and of anything else a rest.
+    std::string narrow(std::u32string_view elements)
+    {
+        std::string bytes(elements.size(), '\0');
+        std::transform(elements.begin(), elements.end(), bytes.begin(),
+                       [](char32_t element) { return static_cast<char>(element & 0xFF); });
+        return bytes;
+    }
+
+    // The bytes that the text denotes once its escapes are undone, characters outside ASCII being
+    // their UTF-8. This is encodeNonAscii, decodeEscapes and narrow in one pass without their
+    // intermediate texts: the escapes that encodeNonAscii writes are undone at once, and no "%" of
+    // the text can join them, since it needs two digits that stand in the text itself.
+    std::string decodedBytes(std::u32string_view text)
+    {
+        std::string bytes;
+        bytes.reserve(text.size());
+        for (std::size_t i = 0; i < text.size(); ++i) {
+            const char32_t c = text[i];
+            if (c == U'%' && text.size() - i > 2 && text::isHexDigit(text[i + 1])
+                && text::isHexDigit(text[i + 2])) {
+                bytes.push_back(static_cast<char>(text::hexDigitValue(text[i + 1]) * 16
+                                                  + text::hexDigitValue(text[i + 2])));
+                i += 2;
+            } else if (c < 0x80) {
+                bytes.push_back(static_cast<char>(c));
+            } else {
+                bytes.append(text::encodeUtf8(c).view());
+            }
+        }
+        return bytes;
+    }
+
+    // Escapes the colons of the first segment, which must not look like the end of a scheme
+    // (RFC 3986, 4.2).
+    std::u32string escapeFirstSegmentColons(std::u32string_view path)
+    {
+        if (path.empty() || path.front() == U'/')
+            return std::u32string(path);
+        const std::size_t end = std::min(path.find(U'/'), path.size());
+        std::u32string result = escapeMembers(path.substr(0, end), AsciiSet(":"));
+        return result.append(path.substr(end));
+    }
+
+    std::u32string formEncode(std::u32string_view text)
+    {
+        std::u32string result = escapeMembers(text, QueryRules::escapedInForm);
+        std::replace(result.begin(), result.end(), U' ', U'+');
+        return result;
+    }
+
+    template <class Rules>
+    std::u32string escapeUnshowable(std::u32string_view text)
+    {
+        if constexpr (isQuery<Rules>) // RFC 3987, 2.2: a query may hold private use characters
+            return escapeForbidden(text);
+        else
+            return escapeForbidden(escapePrivateUse(text));
+    }
+
+    bool isFormEncoded(const QueryContext& context)
+    {
+        return context.formEncoded;
+    }
+
+    template <class Context>
+    bool isFormEncoded(const Context&)
+    {
+        return false;
+    }
+
+    bool couldLookLikeScheme(const PathContext& context)
+    {
+        return context.standsAlone();
+    }
+
+    template <class Context>
+    bool couldLookLikeScheme(const Context&)
+    {
+        return false;
+    }
+
+} // namespace
+
+template <class Rules>
+Conversion ComponentCoder<Rules>::decodedToIri(std::u32string_view text, const Context& context)
+{
+    // Form-encoded text carries its escapes already, so nothing protects them there. The "%" of a
+    // host is escaped a second time by its own table; that is meant.
+    std::u32string result = isFormEncoded(context)
+                                ? formEncode(text)
+                                : escapeMembers(protectEscapes(text), Rules::escaped);
+    result = escapeUnshowable<Rules>(result);
+    if (couldLookLikeScheme(context))
+        result = escapeFirstSegmentColons(result);
+    return result;
+}
+
+template <class Rules>
+Conversion ComponentCoder<Rules>::iriToAscii(std::u32string_view text, const Context&)
+{
+    return encodeNonAscii(text);
+}
+
+template <class Rules>
+Conversion ComponentCoder<Rules>::decodedToAscii(std::u32string_view text, const Context& context)
+{
+    const Conversion iri = decodedToIri(text, context);
+    return iri ? iriToAscii(*iri, context) : std::nullopt;
+}
+
+template <class Rules>
+Conversion ComponentCoder<Rules>::iriToDecoded(std::u32string_view text, const Context& context)
+{
+    // In a form "+" and "%26" must not be confused with what they stand for.
+    if (isFormEncoded(context))
+        return encodeNonAscii(text);
+    if (text.empty())
+        return std::nullopt;
+    const RepairedUtf8 repaired = repairUtf8(decodedBytes(text));
+    std::u32string result = text::toUtf32(repaired.bytes);
+    // The bytes that were no UTF-8 stand as escapes now; each becomes the code point of its value.
+    // An escape that the first pass left, as in "%2541", is decoded a second time; that is meant.
+    return repaired.repaired ? decodeEscapes(result, {}) : result;
+}
+
+template <class Rules>
+Conversion ComponentCoder<Rules>::asciiToIri(std::u32string_view text, const Context& context)
+{
+    const Conversion decoded = decodeEscapes(text, Rules::keptEscapes);
+    if (!decoded)
+        return std::nullopt;
+    if (isFormEncoded(context))
+        return std::u32string(text);
+    std::u32string result = text::toUtf32(repairUtf8(narrow(*decoded)).bytes);
+    if (couldLookLikeScheme(context))
+        result = escapeFirstSegmentColons(result);
+    return escapeUnshowable<Rules>(result);
+}
+
+template <class Rules>
+Conversion ComponentCoder<Rules>::asciiToDecoded(std::u32string_view text, const Context& context)
+{
+    const Conversion iri = asciiToIri(text, context);
+    return iri ? iriToDecoded(*iri, context) : std::nullopt;
+}
+
+template struct ComponentCoder<UserInfoRules>;
+template struct ComponentCoder<HostRules>;
+template struct ComponentCoder<PathRules>;
+template struct ComponentCoder<QueryRules>;
+template struct ComponentCoder<FragmentRules>;
+
+} // namespace foundation::network::iri
