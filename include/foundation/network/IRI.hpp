@@ -1,0 +1,262 @@
+#pragma once
+
+#include <foundation/network/API.hpp>
+#include <foundation/network/iri/Encoding.hpp>
+#include <foundation/network/iri/detail/TemplateIRI.hpp>
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <iosfwd>
+#include <string>
+
+namespace foundation::network {
+
+/// An internationalised resource identifier, or a reference to one (RFC 3987).
+///
+/// A value is made from a text, which it keeps as it came: no case is folded, no escape undone, no
+/// default port left out. It answers which components it has, and each of them, and the whole, in
+/// each form that `iri::Encoding` names. An absent component and an empty one are different things:
+/// "a?" has a query, "a" has none.
+///
+/// A text is refused if RFC 3987, 2.2 (`IRI-reference`) does not allow it, with these departures:
+/// @departure A scheme may hold letters and digits of any script.
+/// @departure A "%" that begins no escape may stand in a path, a query or a fragment.
+/// @departure U+E0000 to U+E0FFF may stand in a query.
+/// @departure The digits of an escape and of an IPv6 address may be full-width.
+/// @departure A port is a number from 0 to 65535; it may not be empty.
+/// @departure The "v" of an address of a future version is lower case; non-ASCII text may follow
+/// it.
+///
+/// Text goes in and comes out as UTF-16 (`std::u16string`) or, in the members with the suffix
+/// `Utf8`, as UTF-8 (`std::string`).
+///
+/// A value does not change but by assignment and `swap`. Any number of threads may call const
+/// members of one value; assignment and `swap` may not run beside anything else on that value. A
+/// value that was moved from may only be assigned to or destroyed, unless it was moved from by
+/// construction, which leaves the empty value.
+///
+/// A component in another form than that of the text, a whole text in such a form, and the hash are
+/// made when they are first asked for, and kept as long as the value.
+class ZKFLNETWORK_API IRI : private iri::detail::TemplateIRI<std::u32string> {
+public:
+    using Encoding = iri::Encoding;
+
+    /// The empty value, which has no component at all.
+    IRI() noexcept;
+
+    /// @{
+    /// The value of a text. The empty text gives an empty value, with an empty path.
+    ///
+    /// @throws core::except::AnonymousInternalException<std::logic_error> "IRI parsing failed", if
+    ///         the text is no IRI reference
+    /// @throws core::except::AnonymousInternalException<std::exception> "Invalid UTF-8 sequence
+    ///         encountered while trying to encode UTF-32 character", if @p utf8 is not valid
+    /// @throws std::out_of_range (as `boost::wrapexcept`) "Misplaced UTF-16 surrogate U+0xd800
+    ///         encountered while trying to encode UTF-32 sequence", with the unit at fault, if
+    ///         @p utf16 is not valid
+    /// @complexity Linear in the length of the text; one allocation.
+    /// @rfc{3987,2.2}
+    explicit IRI(const std::u16string& utf16);
+    explicit IRI(const std::string& utf8);
+    /// @}
+
+    /// A copy with all that the other has made so far.
+    IRI(const IRI& other);
+
+    /// Takes the other's text over and leaves it empty.
+    IRI(IRI&& other) noexcept;
+
+    /// Assigns a copy; if that fails for want of memory, nothing has changed.
+    ///
+    /// If the hash of this value was computed, and that of the other was not, it is computed here.
+    /// The empty value, once assigned, goes on answering the hash that this value had.
+    IRI& operator=(const IRI& other);
+
+    /// Takes the other's text over. The other still answers its old predicates, but its texts are
+    /// gone. Of the hash, the same holds as in the assignment of a copy.
+    IRI& operator=(IRI&& other);
+
+    ~IRI() override;
+
+    void swap(IRI& other) noexcept;
+
+    /// Whether the text is empty, or there is none.
+    bool isEmpty() const noexcept { return Base::isEmpty(); }
+
+    bool hasScheme() const noexcept { return Base::hasScheme(); }
+
+    /// Whether the IRI has an authority. It then has a host too, which may be empty.
+    bool hasAuthority() const noexcept { return Base::hasAuthority(); }
+
+    bool hasQuery() const noexcept { return Base::hasQuery(); }
+    bool hasFragment() const noexcept { return Base::hasFragment(); }
+
+    /// Whether the path begins with "/".
+    bool hasAbsolutePath() const noexcept { return Base::hasAbsolutePath(); }
+
+    /// Whether the IRI has a scheme.
+    /// @departure RFC 3987 calls an IRI absolute only if it has no fragment besides.
+    /// @rfc{3987,2.2}
+    bool isAbsolute() const noexcept { return Base::isAbsolute(); }
+
+    /// Whether the IRI has a scheme, but neither an authority nor a path that begins with "/". So
+    /// "mailto:a@b" is opaque, and "mailto:" is too.
+    bool isOpaque() const noexcept { return Base::isOpaque(); }
+
+    bool hasPort() const noexcept { return Base::hasPort(); }
+    bool hasHost() const noexcept { return Base::hasHost(); }
+    bool hasUserInfo() const noexcept { return Base::hasUserInfo(); }
+
+    /// @{
+    /// The scheme as it was written, without its ":".
+    /// @throws core::except::AnonymousInternalException<std::runtime_error> "No scheme"
+    /// @rfc{3986,3.1}
+    std::u16string getScheme() const;
+    std::string getSchemeUtf8() const;
+    /// @}
+
+    /// @{
+    /// What stands between the scheme and the fragment, with the "//" and the "?". For the strict
+    /// forms the parts are repaired as in `toString`.
+    /// @throws core::except::AnonymousInternalException<std::runtime_error> "Item not set: Path",
+    /// if
+    ///         the value is empty and was made from no text
+    std::u16string getSchemeSpecificPart(const Encoding& encoding = Encoding::Iri) const;
+    std::string getSchemeSpecificPartUtf8(const Encoding& encoding = Encoding::Iri) const;
+    /// @}
+
+    /// @{
+    /// User information, host and port, with "@" and ":". For the strict forms, each "%" that
+    /// begins no escape is escaped in user information and host; brackets stay.
+    /// @throws core::except::AnonymousInternalException<std::runtime_error> "Item not set: Host:
+    ///         Host (in getAuthority)", without an authority
+    /// @rfc{3987,2.2}
+    std::u16string getAuthority(const Encoding& encoding = Encoding::Iri) const;
+    std::string getAuthorityUtf8(const Encoding& encoding = Encoding::Iri) const;
+    /// @}
+
+    /// @{
+    /// The user information without its "@". It is not repaired in the strict forms.
+    /// @throws core::except::AnonymousInternalException<std::runtime_error> "Item not set:
+    /// UserInfo"
+    /// @throws core::except::AnonymousInternalException<std::exception> the message for invalid
+    ///         UTF-8, for `Encoding::Decoded`, if an escape stands for a byte sequence that looks
+    ///         like UTF-8 but denotes no character ("%C0%80"); this holds for all readers
+    /// @complexity In another form than `Iri` and `IriStrict`: the first call converts, later ones
+    ///             copy what was kept.
+    std::u16string getUserInfo(const Encoding& encoding = Encoding::Iri) const;
+    std::string getUserInfoUtf8(const Encoding& encoding = Encoding::Iri) const;
+    /// @}
+
+    /// @{
+    /// The host; an IP literal keeps its brackets. The ASCII forms are percent-encoded UTF-8, not
+    /// Punycode. For the strict forms, each "%" that begins no escape is escaped.
+    /// @throws core::except::AnonymousInternalException<std::runtime_error> "Item not set: Host"
+    /// @rfc{3986,3.2.2}
+    std::u16string getHost(const Encoding& encoding = Encoding::Iri) const;
+    std::string getHostUtf8(const Encoding& encoding = Encoding::Iri) const;
+    /// @}
+
+    /// @{
+    /// The port as it was written, with its leading zeros, without its ":".
+    /// @throws core::except::AnonymousInternalException<std::runtime_error> "No port"
+    std::u16string getPort() const;
+    std::string getPortUtf8() const;
+    /// @}
+
+    /// The port as a number.
+    /// @throws core::except::AnonymousInternalException<std::runtime_error> "No port"
+    std::uint16_t getPortNumber() const;
+
+    /// @{
+    /// The path, which may be empty. For the strict forms, each "%" that begins no escape, "[" and
+    /// "]" are escaped.
+    /// @throws core::except::AnonymousInternalException<std::runtime_error> "Item not set: Path",
+    /// if
+    ///         the value is empty and was made from no text
+    /// @rfc{3986,3.3}
+    std::u16string getPath(const Encoding& encoding = Encoding::Iri) const;
+    std::string getPathUtf8(const Encoding& encoding = Encoding::Iri) const;
+    /// @}
+
+    /// @{
+    /// The query without its "?". For the strict forms it is repaired as the path.
+    /// @throws core::except::AnonymousInternalException<std::runtime_error> "Item not set: Query"
+    /// @rfc{3986,3.4}
+    std::u16string getQuery(const Encoding& encoding = Encoding::Iri) const;
+    std::string getQueryUtf8(const Encoding& encoding = Encoding::Iri) const;
+    /// @}
+
+    /// @{
+    /// The fragment without its "#". For the strict forms it is repaired as the path.
+    /// @throws core::except::AnonymousInternalException<std::runtime_error> "Item not set:
+    /// Fragment"
+    /// @rfc{3986,3.5}
+    std::u16string getFragment(const Encoding& encoding = Encoding::Iri) const;
+    std::string getFragmentUtf8(const Encoding& encoding = Encoding::Iri) const;
+    /// @}
+
+    /// @{
+    /// The whole IRI. For a value that was made from a text that is this text, unchanged.
+    ///
+    /// @param strict  whether to repair what RFC 3987 does not allow: each "%" that begins no
+    /// escape
+    ///                is escaped, and so are "[" and "]" behind the authority
+    /// @complexity Linear; a strict text is built by the first call and kept.
+    std::u16string toString(bool strict = false) const;
+    std::string toStringUtf8(bool strict = false) const;
+    /// @}
+
+    /// @{
+    /// The whole IRI with all characters outside ASCII percent-encoded from UTF-8, so that it is a
+    /// URI (RFC 3987, 3.1), but for a scheme that is not ASCII. Hosts are not converted to
+    /// Punycode.
+    ///
+    /// @param strict  as in `toString`. Once a strict text was read, the authority is repaired in
+    ///                later plain ones too.
+    /// @complexity Linear; the text is built by the first call and kept.
+    std::u16string toAsciiString(bool strict = false) const;
+    std::string toAsciiStringUtf8(bool strict = false) const;
+    /// @}
+
+    /// Whether two values are the same, by the exact text of their components: "X://a" and "x://a"
+    /// are not, nor are "x://a/%41" and "x://a/A". All empty values are the same.
+    /// @complexity Linear on the first call for a value, whose hash it computes.
+    bool operator==(const IRI& other) const;
+    bool operator!=(const IRI& other) const;
+
+    /// The order of the texts by code point; an empty value comes first.
+    bool operator<(const IRI& other) const;
+
+    /// 64-bit FNV-1a over the code points of the text, four bytes each with the low byte first: the
+    /// same on every machine. 0 for an empty value.
+    /// @complexity Linear on the first call, then constant.
+    std::uint64_t hashValue() const;
+
+private:
+    using Base = iri::detail::TemplateIRI<std::u32string>;
+
+    explicit IRI(Base&& value) noexcept;
+};
+
+/// Exchanges two values.
+inline void swap(IRI& left, IRI& right) noexcept
+{
+    left.swap(right);
+}
+
+/// Writes `toAsciiString()` as narrow text, with the stream's width, fill and adjustment. A
+/// character of the scheme outside ASCII shows as "?".
+ZKFLNETWORK_API std::ostream& operator<<(std::ostream& stream, const IRI& iri);
+
+} // namespace foundation::network
+
+/// Agrees with `operator==` on values that were made from texts.
+template <>
+struct std::hash<foundation::network::IRI> {
+    std::size_t operator()(const foundation::network::IRI& iri) const
+    {
+        return static_cast<std::size_t>(iri.hashValue());
+    }
+};

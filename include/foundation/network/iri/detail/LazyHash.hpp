@@ -1,0 +1,95 @@
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+
+namespace foundation::network::iri::detail {
+
+/// A hash that is computed when it is first asked for, once, on whichever thread comes first.
+///
+/// Const use from many threads is safe; taking over, exchanging and forgetting are not beside it.
+class LazyHash {
+public:
+    LazyHash() = default;
+    LazyHash(const LazyHash&) = delete;
+    LazyHash& operator=(const LazyHash&) = delete;
+
+    /// Whether the hash belongs to the value and was computed.
+    bool isValid() const noexcept { return state_.load(std::memory_order_acquire) == VALID; }
+
+    /// The hash, for which @p compute is called if there is none yet. The others wait. If it
+    /// throws, the next caller tries again.
+    template <class Compute>
+    std::uint64_t get(Compute compute)
+    {
+        for (;;) {
+            int state = state_.load(std::memory_order_acquire);
+            if (state == VALID || state == LEFT_BEHIND)
+                return hash_.load(std::memory_order_relaxed);
+            if (state == COMPUTING)
+                state_.wait(COMPUTING, std::memory_order_acquire);
+            else if (state_.compare_exchange_strong(state, COMPUTING, std::memory_order_acquire))
+                fill(compute);
+        }
+    }
+
+    /// Takes over the hash of another value, if it was computed.
+    void assign(const LazyHash& other) noexcept
+    {
+        const bool isKnown = other.isValid();
+        hash_.store(other.hash_.load(std::memory_order_relaxed), std::memory_order_relaxed);
+        state_.store(isKnown ? VALID : UNKNOWN, std::memory_order_release);
+    }
+
+    void swap(LazyHash& other) noexcept
+    {
+        LazyHash mine;
+        mine.assign(*this);
+        assign(other);
+        other.assign(mine);
+    }
+
+    /// The value is gone. A hash that was computed is still answered, but belongs to nothing.
+    void leaveBehind() noexcept
+    {
+        if (isValid())
+            state_.store(LEFT_BEHIND, std::memory_order_release);
+    }
+
+private:
+    enum State : int { UNKNOWN, COMPUTING, VALID, LEFT_BEHIND };
+
+    // Ends a computation, whether it succeeded or threw, and wakes those who wait for it.
+    class Settlement {
+    public:
+        explicit Settlement(std::atomic<int>& state) noexcept
+            : state_(state)
+        {
+        }
+        Settlement(const Settlement&) = delete;
+        Settlement& operator=(const Settlement&) = delete;
+        ~Settlement()
+        {
+            state_.store(result, std::memory_order_release);
+            state_.notify_all();
+        }
+
+        int result = UNKNOWN;
+
+    private:
+        std::atomic<int>& state_;
+    };
+
+    template <class Compute>
+    void fill(Compute compute)
+    {
+        Settlement settlement(state_);
+        hash_.store(compute(), std::memory_order_relaxed);
+        settlement.result = VALID;
+    }
+
+    std::atomic<int> state_{UNKNOWN};
+    std::atomic<std::uint64_t> hash_{0};
+};
+
+} // namespace foundation::network::iri::detail

@@ -1,0 +1,204 @@
+#pragma once
+
+#include <foundation/network/API.hpp>
+#include <foundation/network/iri/Encoding.hpp>
+#include <foundation/network/iri/detail/LazyHash.hpp>
+
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace foundation::network::iri::detail {
+
+template <class It>
+struct Parts;
+
+template <class String>
+class StringParts;
+
+/// Which components an IRI has, and what follows from that.
+struct ComponentFlags {
+    bool hasScheme = false;
+    bool hasQuery = false;
+    bool hasFragment = false;
+    bool hasAuthority = false;
+    bool hasAbsolutePath = false; ///< the path begins with "/"
+    bool isAbsolute = false;      ///< has a scheme
+    bool isOpaque = false;        ///< has a scheme, but neither an authority nor an absolute path
+    bool hasPort = false;
+    bool hasHost = false;
+    bool hasUserInfo = false;
+    bool pathIsEmpty = true;
+    bool formEncoded = false; ///< the query was put together from pairs
+};
+
+/// Where the components of a text end, as indexes into it. What lies between two ends, but for the
+/// delimiters, is the component.
+struct ComponentRanges {
+    std::size_t schemeEnd = 0;
+    std::size_t hostBegin = 0;
+    std::size_t hostEnd = 0;
+    std::size_t pathBegin = 0;
+    std::size_t pathEnd = 0;
+    std::size_t queryEnd = 0;
+};
+
+/// The working class behind `foundation::network::IRI`, which tells what the operations mean.
+///
+/// A parsed value is its text, as one string, with the ranges of the components in it. Everything
+/// else, which is other forms of components, whole texts in other forms and the hash, comes into
+/// being when somebody asks for it, and stays. A built value has no such text; its components are
+/// stored one by one.
+///
+/// Any number of threads may call const members of one value: what they make is published whole, by
+/// one of them, and never changed afterwards. Assignment and `swap` may not run beside anything
+/// else on the same value.
+///
+/// @tparam String  `std::u32string`
+template <class String>
+class TemplateIRI {
+public:
+    /// The empty value.
+    TemplateIRI() noexcept;
+
+    /// @{
+    /// The value of a text (RFC 3987, 2.2: `IRI-reference`).
+    /// @throws AnonymousInternalException<std::logic_error> "IRI parsing failed"
+    /// @throws what the transcoders throw for a text that is not valid in its encoding
+    explicit TemplateIRI(const String& text);
+    explicit TemplateIRI(const std::u16string& text);
+    explicit TemplateIRI(const std::string& text);
+    /// @}
+
+    TemplateIRI(const TemplateIRI& other);
+    TemplateIRI(TemplateIRI&& other) noexcept;
+    TemplateIRI& operator=(const TemplateIRI& other);
+    TemplateIRI& operator=(TemplateIRI&& other);
+    virtual ~TemplateIRI();
+
+    void swap(TemplateIRI& other) noexcept;
+
+    bool isEmpty() const noexcept { return isEmpty_.load(std::memory_order_acquire); }
+    bool hasScheme() const noexcept { return flags_.hasScheme; }
+    bool hasAuthority() const noexcept { return flags_.hasAuthority; }
+    bool hasQuery() const noexcept { return flags_.hasQuery; }
+    bool hasFragment() const noexcept { return flags_.hasFragment; }
+    bool hasAbsolutePath() const noexcept { return flags_.hasAbsolutePath; }
+    bool isAbsolute() const noexcept { return flags_.isAbsolute; }
+    bool isOpaque() const noexcept { return flags_.isOpaque; }
+    bool hasPort() const noexcept { return flags_.hasPort; }
+    bool hasHost() const noexcept { return flags_.hasHost; }
+    bool hasUserInfo() const noexcept { return flags_.hasUserInfo; }
+
+    std::u16string getScheme() const;
+    std::string getSchemeUtf8() const;
+    std::u16string getPort() const;
+    std::string getPortUtf8() const;
+    std::uint16_t getPortNumber() const;
+
+    std::u16string getUserInfo(const Encoding& encoding) const;
+    std::string getUserInfoUtf8(const Encoding& encoding) const;
+    std::u16string getHost(const Encoding& encoding) const;
+    std::string getHostUtf8(const Encoding& encoding) const;
+    std::u16string getAuthority(const Encoding& encoding) const;
+    std::string getAuthorityUtf8(const Encoding& encoding) const;
+    std::u16string getPath(const Encoding& encoding) const;
+    std::string getPathUtf8(const Encoding& encoding) const;
+    std::u16string getQuery(const Encoding& encoding) const;
+    std::string getQueryUtf8(const Encoding& encoding) const;
+    std::u16string getFragment(const Encoding& encoding) const;
+    std::string getFragmentUtf8(const Encoding& encoding) const;
+    std::u16string getSchemeSpecificPart(const Encoding& encoding) const;
+    std::string getSchemeSpecificPartUtf8(const Encoding& encoding) const;
+
+    std::u16string toString(bool strict) const;
+    std::u16string toAsciiString(bool strict) const;
+
+    /// @{
+    /// The whole IRI in the form that @p encoding names. The two are the same: neither name
+    /// promises ASCII.
+    std::string toStringUtf8(const Encoding& encoding) const;
+    std::string toAsciiStringUtf8(const Encoding& encoding) const;
+    /// @}
+
+    bool operator==(const TemplateIRI& other) const;
+    bool operator!=(const TemplateIRI& other) const;
+    bool operator<(const TemplateIRI& other) const;
+
+    std::uint64_t hashValue() const;
+
+private:
+    using It = typename String::const_iterator;
+    using View = std::basic_string_view<typename String::value_type>;
+
+    static constexpr char32_t FULL_STOP = U'.';
+    static constexpr char32_t COLON = U':';
+    static constexpr char32_t HASH_SIGN = U'#';
+    static constexpr char32_t FORWARD_SLASH = U'/';
+    static constexpr char32_t COMMERCIAL_AT = U'@';
+    static constexpr char32_t QUESTION_MARK = U'?';
+
+    /// The components that `StringParts` holds.
+    enum class Component : std::uint8_t { UserInfo, Host, Path, Query, Fragment };
+
+    /// What was made because somebody asked for it, and the components of a built value.
+    struct OnDemand;
+
+    // Reading a text.
+
+    /// Takes `text_` apart. @returns false, with the value half filled, if it is no IRI
+    bool parse();
+    void parseOrThrow();
+    void setPartFlags(const Parts<It>& parts);
+    void setRanges(const Parts<It>& parts);
+
+    // Reading components.
+
+    bool isTextStored(Component component) const noexcept;
+    View storedText(Component component) const noexcept;
+    View schemeText() const noexcept;
+    View portText() const noexcept;
+    View componentText(Component component, const Encoding& encoding) const;
+    const StringParts<String>& storedParts() const;
+    const StringParts<String>& partsWith(Component component) const;
+    OnDemand& onDemand() const;
+
+    template <class Convert>
+    auto readComponent(Component component, const Encoding& encoding, Convert convert) const;
+
+    // Writing texts.
+
+    String getNativeAuthority(const Encoding& encoding) const;
+    String getNativeSsp(const Encoding& encoding) const;
+    const String& toNativeStringFromParts(const Encoding& encoding) const;
+    std::u16string toStringFromParts(const Encoding& encoding) const;
+    String buildText(const Encoding& encoding, bool strictRest) const;
+    void appendComponent(String& result, Component component, const Encoding& encoding,
+                         bool strict) const;
+
+    std::uint64_t generateHash() const;
+    void clear() noexcept;
+
+    // Comparing.
+
+    bool differsInSchemeOrPort(const TemplateIRI& other) const noexcept;
+    bool differsInText(const TemplateIRI& other) const;
+
+    // A parsed value: the text that was parsed. A built value: its scheme and its port, one behind
+    // the other. The ranges say where they lie.
+    String text_;
+    ComponentRanges ranges_;
+    ComponentFlags flags_;
+    std::uint16_t portNumber_ = 0;
+    std::atomic<bool> isEmpty_{true};
+    std::atomic<bool> hasSourceText_{false};
+    bool isMovedFrom_ = false; // by assignment, which leaves the flags but not the texts
+    mutable LazyHash hash_;
+    mutable std::atomic<OnDemand*> onDemand_{nullptr}; // owned; published once
+};
+
+extern template class ZKFLNETWORK_API TemplateIRI<std::u32string>;
+
+} // namespace foundation::network::iri::detail

@@ -1,0 +1,75 @@
+#pragma once
+
+// Equality, order and hash. All are exact: no case is folded and no escape undone.
+
+#include "iri/OnDemand.hpp"
+#include "iri/Serialisation.ipp"
+#include "text/Fnv1a.hpp"
+
+#include <foundation/network/iri/detail/TemplateIRI.hpp>
+
+namespace foundation::network::iri::detail {
+
+template <class String>
+bool TemplateIRI<String>::differsInSchemeOrPort(const TemplateIRI& other) const noexcept
+{
+    // The number of a port counts here, not its text.
+    return hasScheme() != other.hasScheme() || schemeText() != other.schemeText()
+           || hasPort() != other.hasPort() || portNumber_ != other.portNumber_;
+}
+
+template <class String>
+bool TemplateIRI<String>::differsInText(const TemplateIRI& other) const
+{
+    return hashValue() != other.hashValue()
+           || toNativeStringFromParts(Encoding::Iri)
+                  != other.toNativeStringFromParts(Encoding::Iri);
+}
+
+template <class String>
+bool TemplateIRI<String>::operator==(const TemplateIRI& other) const
+{
+    if (isEmpty() || other.isEmpty())
+        return isEmpty() == other.isEmpty();
+    if (differsInSchemeOrPort(other))
+        return false;
+    if (hasSourceText_.load() || other.hasSourceText_.load())
+        return !differsInText(other);
+    return storedParts() == other.storedParts();
+}
+
+template <class String>
+bool TemplateIRI<String>::operator!=(const TemplateIRI& other) const
+{
+    if (isEmpty() || other.isEmpty())
+        return isEmpty() != other.isEmpty();
+    if (differsInSchemeOrPort(other))
+        return true;
+    if (hasSourceText_.load() || other.hasSourceText_.load())
+        return differsInText(other);
+    return storedParts() != other.storedParts(); // not always the opposite of ==, and that is meant
+}
+
+template <class String>
+bool TemplateIRI<String>::operator<(const TemplateIRI& other) const
+{
+    // Two built values sort by another form than a built and a parsed one. So this is no strict
+    // weak order over a mixture of them, and that is meant.
+    const bool bothBuilt = !hasSourceText_.load() && !other.hasSourceText_.load();
+    const Encoding encoding = bothBuilt ? Encoding::Decoded : Encoding::Iri;
+    return toNativeStringFromParts(encoding) < other.toNativeStringFromParts(encoding);
+}
+
+template <class String>
+std::uint64_t TemplateIRI<String>::generateHash() const
+{
+    return isEmpty() ? 0 : text::fnv1a(toNativeStringFromParts(Encoding::Iri));
+}
+
+template <class String>
+std::uint64_t TemplateIRI<String>::hashValue() const
+{
+    return hash_.get([this] { return generateHash(); });
+}
+
+} // namespace foundation::network::iri::detail

@@ -1,0 +1,155 @@
+#pragma once
+
+// How a TemplateIRI comes into being, is copied, moved, exchanged and emptied.
+
+#include "iri/OnDemand.hpp"
+#include "text/Utf.hpp"
+
+#include <foundation/network/iri/detail/TemplateIRI.hpp>
+
+#include <memory>
+#include <utility>
+
+namespace foundation::network::iri::detail {
+
+template <class String>
+TemplateIRI<String>::TemplateIRI() noexcept = default;
+
+template <class String>
+TemplateIRI<String>::TemplateIRI(const String& text)
+    : text_(text)
+{
+    parseOrThrow();
+}
+
+template <class String>
+TemplateIRI<String>::TemplateIRI(const std::u16string& text)
+    : text_(text::toUtf32(text))
+{
+    parseOrThrow();
+}
+
+template <class String>
+TemplateIRI<String>::TemplateIRI(const std::string& text)
+    : text_(text::toUtf32(text))
+{
+    parseOrThrow();
+}
+
+template <class String>
+TemplateIRI<String>::TemplateIRI(const TemplateIRI& other)
+    : text_(other.text_)
+    , ranges_(other.ranges_)
+    , flags_(other.flags_)
+    , portNumber_(other.portNumber_)
+    , isEmpty_(other.isEmpty())
+    , hasSourceText_(other.hasSourceText_.load())
+    , isMovedFrom_(other.isMovedFrom_)
+{
+    hash_.assign(other.hash_);
+    if (const OnDemand* made = other.onDemand_.load(std::memory_order_acquire))
+        onDemand_.store(new OnDemand(*made), std::memory_order_relaxed);
+}
+
+template <class String>
+TemplateIRI<String>::TemplateIRI(TemplateIRI&& other) noexcept
+    : text_(std::move(other.text_))
+    , ranges_(other.ranges_)
+    , flags_(other.flags_)
+    , portNumber_(other.portNumber_)
+    , isEmpty_(other.isEmpty())
+    , hasSourceText_(other.hasSourceText_.load())
+    , isMovedFrom_(other.isMovedFrom_)
+    , onDemand_(other.onDemand_.exchange(nullptr))
+{
+    hash_.assign(other.hash_);
+    other.clear();
+}
+
+template <class String>
+TemplateIRI<String>& TemplateIRI<String>::operator=(const TemplateIRI& other)
+{
+    if (this == &other)
+        return *this;
+    if (other.isEmpty()) {
+        if (!isEmpty())
+            clear();
+        return *this; // one empty value is not assigned to another
+    }
+    const bool refresh = hash_.isValid() && !other.hash_.isValid();
+    TemplateIRI(other).swap(*this);
+    if (refresh)
+        hashValue();
+    return *this;
+}
+
+template <class String>
+TemplateIRI<String>& TemplateIRI<String>::operator=(TemplateIRI&& other)
+{
+    if (this == &other)
+        return *this;
+    if (other.isEmpty()) {
+        if (!isEmpty())
+            clear();
+        return *this;
+    }
+    const bool refresh = hash_.isValid() && !other.hash_.isValid();
+    text_ = std::move(other.text_);
+    ranges_ = other.ranges_;
+    flags_ = other.flags_;
+    portNumber_ = other.portNumber_;
+    isEmpty_.store(other.isEmpty());
+    hasSourceText_.store(other.hasSourceText_.load());
+    isMovedFrom_ = other.isMovedFrom_;
+    hash_.assign(other.hash_);
+    delete onDemand_.exchange(other.onDemand_.exchange(nullptr));
+
+    // The source keeps its flags, unlike that of the move constructor. Its texts are gone.
+    other.text_.clear();
+    other.ranges_ = ComponentRanges();
+    other.isMovedFrom_ = true;
+    if (refresh)
+        hashValue();
+    return *this;
+}
+
+template <class String>
+TemplateIRI<String>::~TemplateIRI()
+{
+    delete onDemand_.load(std::memory_order_acquire);
+}
+
+template <class String>
+void TemplateIRI<String>::swap(TemplateIRI& other) noexcept
+{
+    if (this == &other)
+        return;
+    const auto exchange = [](auto& mine, auto& theirs) {
+        mine.store(theirs.exchange(mine.load()));
+    };
+    text_.swap(other.text_);
+    std::swap(ranges_, other.ranges_);
+    std::swap(flags_, other.flags_);
+    std::swap(portNumber_, other.portNumber_);
+    exchange(isEmpty_, other.isEmpty_);
+    exchange(hasSourceText_, other.hasSourceText_);
+    std::swap(isMovedFrom_, other.isMovedFrom_);
+    hash_.swap(other.hash_);
+    exchange(onDemand_, other.onDemand_);
+}
+
+template <class String>
+void TemplateIRI<String>::clear() noexcept
+{
+    text_.clear();
+    ranges_ = ComponentRanges();
+    flags_ = ComponentFlags();
+    portNumber_ = 0;
+    isEmpty_.store(true);
+    hasSourceText_.store(false);
+    isMovedFrom_ = false;
+    hash_.leaveBehind();
+    delete onDemand_.exchange(nullptr);
+}
+
+} // namespace foundation::network::iri::detail

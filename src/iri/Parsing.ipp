@@ -1,0 +1,76 @@
+#pragma once
+
+// The way from a text to its components.
+
+#include "except/Throw.hpp"
+#include "iri/grammar/IriGrammar.hpp"
+#include "iri/grammar/PortGrammar.hpp"
+
+#include <foundation/network/iri/detail/TemplateIRI.hpp>
+
+#include <cstddef>
+
+namespace foundation::network::iri::detail {
+
+template <class String>
+void TemplateIRI<String>::parseOrThrow()
+{
+    if (!parse())
+        core::except::throwLogicError("IRI parsing failed");
+}
+
+template <class String>
+bool TemplateIRI<String>::parse()
+{
+    hasSourceText_.store(true, std::memory_order_relaxed); // nobody else can see the value yet
+    if (text_.empty())
+        return true; // the empty value, whose path can be read
+    isEmpty_.store(false, std::memory_order_relaxed);
+
+    const String& text = text_;
+    Parts<It> parts;
+    It first = text.begin();
+    if (!grammar::parseIriReference(first, text.end(), parts) || first != text.end())
+        return false;
+    setPartFlags(parts);
+    parts.update();
+    setRanges(parts);
+
+    // RFC 3986, 3.2.3 allows an empty port and one of any size.
+    // Departure: a port is a number from 0 to 65535 in ASCII digits, with any number of zeros.
+    return !flags_.hasPort || grammar::portStringToNumeric(portText(), portNumber_);
+}
+
+template <class String>
+void TemplateIRI<String>::setPartFlags(const Parts<It>& parts)
+{
+    const HierarchicalPart<It>& hierarchicalPart = parts.hierarchicalPart;
+    const auto& path = hierarchicalPart.path;
+    flags_.hasScheme = parts.scheme.has_value();
+    flags_.hasQuery = parts.query.has_value();
+    flags_.hasFragment = parts.fragment.has_value();
+    flags_.hasHost = hierarchicalPart.host.has_value();
+    flags_.hasUserInfo = hierarchicalPart.userInfo.has_value();
+    flags_.hasAuthority = flags_.hasHost; // "//" always yields a host, which may be empty
+    flags_.hasPort = hierarchicalPart.port.has_value();
+    flags_.pathIsEmpty = path->empty();
+    flags_.hasAbsolutePath = !path->empty() && path->front() == FORWARD_SLASH;
+    flags_.isAbsolute = flags_.hasScheme;
+    flags_.isOpaque = flags_.hasScheme && !flags_.hasHost && !flags_.hasAbsolutePath;
+}
+
+template <class String>
+void TemplateIRI<String>::setRanges(const Parts<It>& parts)
+{
+    const String& text = text_;
+    const auto indexOf = [&text](It at) { return static_cast<std::size_t>(at - text.begin()); };
+    const HierarchicalPart<It>& hierarchicalPart = parts.hierarchicalPart;
+    ranges_.schemeEnd = parts.scheme ? indexOf(parts.scheme->end()) : 0;
+    ranges_.hostBegin = indexOf(hierarchicalPart.host->begin());
+    ranges_.hostEnd = indexOf(hierarchicalPart.host->end());
+    ranges_.pathBegin = indexOf(hierarchicalPart.path->begin());
+    ranges_.pathEnd = indexOf(hierarchicalPart.path->end());
+    ranges_.queryEnd = indexOf(parts.query->end());
+}
+
+} // namespace foundation::network::iri::detail

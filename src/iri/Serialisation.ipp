@@ -1,0 +1,154 @@
+#pragma once
+
+// The whole IRI as a text.
+
+#include "except/Boundary.hpp"
+#include "iri/OnDemand.hpp"
+#include "iri/PercentCoding.hpp"
+#include "iri/Reading.ipp"
+#include "text/Utf.hpp"
+
+#include <foundation/network/iri/detail/TemplateIRI.hpp>
+
+#include <cstddef>
+
+namespace foundation::network::iri::detail {
+
+/// The place of the text that was built for a form in the table of whole texts. A strict text has
+/// two: its own, and that of the plain text built along with it.
+constexpr std::size_t nativeStringIndex(Encoding encoding, bool strict) noexcept
+{
+    const Form form = formRead(encoding);
+    if (strict)
+        return form == Form::Iri ? 3 : 4;
+    return form == Form::Decoded ? 0 : form == Form::Iri ? 1 : 2;
+}
+
+template <class String>
+String TemplateIRI<String>::getNativeAuthority(const Encoding& encoding) const
+{
+    String result;
+    if (flags_.hasUserInfo)
+        result.append(componentText(Component::UserInfo, encoding)).push_back(COMMERCIAL_AT);
+    try {
+        result.append(componentText(Component::Host, encoding));
+    } catch (const std::runtime_error& failure) {
+        // The text names the host already; naming it twice is meant.
+        throw std::runtime_error(std::string(failure.what()) + ": Host (in getAuthority)");
+    }
+    if (isStrict(encoding))
+        result = fixEscapes(result, false);
+    if (flags_.hasPort)
+        result.append(1, COLON).append(portText());
+    return result;
+}
+
+template <class String>
+void TemplateIRI<String>::appendComponent(String& result, Component component,
+                                          const Encoding& encoding, bool strict) const
+{
+    const View text = componentText(component, encoding);
+    if (strict)
+        result.append(fixEscapes(text, true));
+    else
+        result.append(text);
+}
+
+template <class String>
+String TemplateIRI<String>::getNativeSsp(const Encoding& encoding) const
+{
+    const bool strict = isStrict(encoding);
+    String result;
+    if (flags_.hasAuthority)
+        result.append(2, FORWARD_SLASH).append(getNativeAuthority(encoding));
+    appendComponent(result, Component::Path, encoding, strict);
+    if (flags_.hasQuery) {
+        result.push_back(QUESTION_MARK);
+        appendComponent(result, Component::Query, encoding, strict);
+    }
+    return result;
+}
+
+// The whole text. The authority is repaired as the encoding says, what follows it only if
+// strictRest says so.
+template <class String>
+String TemplateIRI<String>::buildText(const Encoding& encoding, bool strictRest) const
+{
+    String result;
+    result.reserve(text_.size());
+    if (flags_.hasScheme)
+        result.append(schemeText()).push_back(COLON);
+    if (flags_.hasAuthority)
+        result.append(2, FORWARD_SLASH).append(getNativeAuthority(encoding));
+    appendComponent(result, Component::Path, encoding, strictRest);
+    if (flags_.hasQuery) {
+        result.push_back(QUESTION_MARK);
+        appendComponent(result, Component::Query, encoding, strictRest);
+    }
+    if (flags_.hasFragment) {
+        result.push_back(HASH_SIGN);
+        appendComponent(result, Component::Fragment, encoding, strictRest);
+    }
+    return result;
+}
+
+template <class String>
+const String& TemplateIRI<String>::toNativeStringFromParts(const Encoding& encoding) const
+{
+    if (encoding == Encoding::Iri && hasSourceText_.load(std::memory_order_acquire))
+        return text_;
+    if (isEmpty()) {
+        static const String empty;
+        return empty;
+    }
+    const auto& nativeStrings = onDemand().nativeStrings;
+    const PublishedText<String>& plain = nativeStrings[nativeStringIndex(encoding, false)];
+    if (!isStrict(encoding)) {
+        const String* made = plain.get();
+        return made != nullptr ? *made : plain.publish(buildText(encoding, false));
+    }
+    const PublishedText<String>& strict = nativeStrings[nativeStringIndex(encoding, true)];
+    if (const String* made = strict.get())
+        return *made;
+    // A first strict read fixes what later plain reads of the form show, too: the authority in
+    // their text is the repaired one from now on. That is meant. A parsed value shows its own text
+    // there.
+    String strictText = buildText(encoding, true);
+    const bool plainIsRead = formRead(encoding) != Form::Iri || !hasSourceText_.load();
+    if (plainIsRead && plain.get() == nullptr)
+        plain.publish(buildText(encoding, false));
+    return strict.publish(std::move(strictText));
+}
+
+template <class String>
+std::u16string TemplateIRI<String>::toStringFromParts(const Encoding& encoding) const
+{
+    return text::toUtf16(toNativeStringFromParts(encoding));
+}
+
+template <class String>
+std::u16string TemplateIRI<String>::toString(bool strict) const
+{
+    return toStringFromParts(strict ? Encoding::IriStrict : Encoding::Iri);
+}
+
+template <class String>
+std::u16string TemplateIRI<String>::toAsciiString(bool strict) const
+{
+    return toStringFromParts(strict ? Encoding::AsciiStrict : Encoding::Ascii);
+}
+
+template <class String>
+std::string TemplateIRI<String>::toStringUtf8(const Encoding& encoding) const
+{
+    return core::except::asInternalRuntimeError(
+        [&] { return text::toUtf8(toNativeStringFromParts(encoding)); });
+}
+
+template <class String>
+std::string TemplateIRI<String>::toAsciiStringUtf8(const Encoding& encoding) const
+{
+    return toStringUtf8(encoding);
+}
+
+} // namespace foundation::network::iri::detail
