@@ -46,12 +46,10 @@ namespace {
         return bytes;
     }
 
-    // Escapes the colons of the first segment, which must not look like the end of a scheme
+    // Escapes the colons before the first slash, which must not look like the end of a scheme
     // (RFC 3986, 4.2).
     std::u32string escapeFirstSegmentColons(std::u32string_view path)
     {
-        if (path.empty() || path.front() == U'/')
-            return std::u32string(path);
         const std::size_t end = std::min(path.find(U'/'), path.size());
         std::u32string result = escapeMembers(path.substr(0, end), AsciiSet(":"));
         return result.append(path.substr(end));

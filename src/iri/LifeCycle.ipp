@@ -141,7 +141,7 @@ void TemplateIRI<String>::swap(TemplateIRI& other) noexcept
 template <class String>
 void TemplateIRI<String>::clear() noexcept
 {
-    text_.clear();
+    String().swap(text_); // frees the memory, too
     ranges_ = ComponentRanges();
     flags_ = ComponentFlags();
     portNumber_ = 0;

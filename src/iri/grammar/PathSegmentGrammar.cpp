@@ -1,7 +1,6 @@
 #include "iri/grammar/PathSegmentGrammar.hpp"
 
 #include "iri/grammar/Cursor.hpp"
-#include "text/Utf.hpp"
 
 namespace foundation::network::iri::grammar {
 
@@ -9,10 +8,10 @@ namespace {
 
     using It = std::u32string_view::const_iterator;
 
-    // segment-body = 1*( any code point but "/" )
+    // segment-body = 1*( anything but "/" )
     bool segmentBody(Cursor<It>& at)
     {
-        const auto isMember = [](char32_t c) { return c != U'/' && c <= text::MAX_CODE_POINT; };
+        const auto isMember = [](char32_t c) { return c != U'/'; };
         if (!at.is(isMember))
             return false;
         at.skipWhile(isMember);

@@ -49,11 +49,12 @@ public:
         other.assign(mine);
     }
 
-    /// The value is gone. A hash that was computed is still answered, but belongs to nothing.
+    /// The value is gone. A hash that was computed here is still answered, but belongs to nothing;
+    /// one that was only taken over is forgotten.
     void leaveBehind() noexcept
     {
         if (isValid())
-            state_.store(LEFT_BEHIND, std::memory_order_release);
+            state_.store(wasComputedHere_ ? LEFT_BEHIND : UNKNOWN, std::memory_order_release);
     }
 
 private:
@@ -85,11 +86,13 @@ private:
     {
         Settlement settlement(state_);
         hash_.store(compute(), std::memory_order_relaxed);
+        wasComputedHere_ = true;
         settlement.result = VALID;
     }
 
     std::atomic<int> state_{UNKNOWN};
     std::atomic<std::uint64_t> hash_{0};
+    bool wasComputedHere_ = false; // stays with the object, whatever hash it takes over
 };
 
 } // namespace foundation::network::iri::detail
