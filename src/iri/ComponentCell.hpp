@@ -38,6 +38,14 @@ constexpr Form formStored(Encoding encoding) noexcept
     return encoding > Encoding::AsciiStrict ? Form::None : formRead(encoding);
 }
 
+/// The encoding under which a stored form is stored again as it is.
+constexpr Encoding encodingOf(Form form) noexcept
+{
+    return form == Form::Decoded ? Encoding::Decoded
+           : form == Form::Iri   ? Encoding::Iri
+                                 : Encoding::Ascii;
+}
+
 /// One form of a component.
 ///
 /// What `owner` publishes never changes or moves while others may read it: the text of the slot

@@ -1,5 +1,7 @@
 #include <foundation/network/IRI.hpp>
 
+#include <foundation/network/IRIArgs.hpp>
+
 #include "text/Ascii.hpp"
 
 #include <ostream>
@@ -16,6 +18,11 @@ IRI::IRI(const std::u16string& utf16)
 
 IRI::IRI(const std::string& utf8)
     : Base(utf8)
+{
+}
+
+IRI::IRI(const IRIArgs& args)
+    : Base(args)
 {
 }
 
@@ -149,6 +156,21 @@ std::u16string IRI::toAsciiString(bool strict) const
 std::string IRI::toAsciiStringUtf8(bool strict) const
 {
     return Base::toAsciiStringUtf8(strict ? Encoding::AsciiStrict : Encoding::Ascii);
+}
+
+IRI IRI::resolveAgainst(const IRI& base) const
+{
+    return IRI(Base::doResolve(base));
+}
+
+IRI IRI::makeRelativeTo(const IRI& base) const
+{
+    return IRI(Base::doRelativise(base));
+}
+
+void IRI::toArgs(IRIArgs& args) const
+{
+    Base::toArgs(args);
 }
 
 bool IRI::operator==(const IRI& other) const

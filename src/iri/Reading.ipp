@@ -5,6 +5,7 @@
 #include "except/Boundary.hpp"
 #include "except/Throw.hpp"
 #include "iri/ComponentCell.hpp"
+#include "iri/DotSegments.hpp"
 #include "iri/OnDemand.hpp"
 #include "iri/PercentCoding.hpp"
 #include "text/Utf.hpp"
@@ -113,24 +114,8 @@ const StringParts<String>& TemplateIRI<String>::partsWith(Component component) c
     if (!isTextStored(component))
         return storedParts();
     StringParts<String>& parts = onDemand().parts;
-    const View text = storedText(component);
-    switch (component) {
-    case Component::UserInfo:
-        parts.engageUserInfo(text);
-        break;
-    case Component::Host:
-        parts.engageHost(text);
-        break;
-    case Component::Path:
-        parts.engagePath(text, flags_.hasScheme, flags_.hasUserInfo, flags_.hasHost);
-        break;
-    case Component::Query:
-        parts.engageQuery(text);
-        break;
-    case Component::Fragment:
-        parts.engageFragment(text);
-        break;
-    }
+    parts.engage(component, storedText(component),
+                 PathContext{flags_.hasScheme, flags_.hasUserInfo, flags_.hasHost});
     return parts;
 }
 
@@ -140,20 +125,37 @@ auto TemplateIRI<String>::componentText(Component component, const Encoding& enc
 {
     if (formRead(encoding) == Form::Iri && isTextStored(component))
         return storedText(component);
-    const StringParts<String>& parts = partsWith(component);
-    switch (component) {
-    case Component::UserInfo:
-        return parts.getUserInfo(encoding);
-    case Component::Host:
-        return parts.getHost(encoding);
-    case Component::Path:
-        return parts.getPath(encoding);
-    case Component::Query:
-        return parts.getQuery(encoding);
-    case Component::Fragment:
-        break;
-    }
-    return parts.getFragment(encoding);
+    return partsWith(component).get(component, encoding);
+}
+
+/// @throws std::runtime_error "Item not set", if the component is absent
+template <class String>
+auto TemplateIRI<String>::readStoredForm(Component component) const -> StoredText
+{
+    if (isTextStored(component))
+        return {storedText(component), Encoding::Iri};
+    const auto stored = storedParts().readStoredForm(component);
+    return {stored.text, stored.encoding};
+}
+
+template <class String>
+bool TemplateIRI<String>::hasStoredPath() const noexcept
+{
+    return isTextStored(Component::Path) || storedParts().hasText(Component::Path);
+}
+
+// The path, or the empty text if the value has none at all.
+template <class String>
+auto TemplateIRI<String>::pathText(const Encoding& encoding) const -> View
+{
+    return hasStoredPath() ? componentText(Component::Path, encoding) : View();
+}
+
+template <class String>
+bool TemplateIRI<String>::pathHasDotSegments() const noexcept
+{
+    return isTextStored(Component::Path) ? hasDotSegments(storedText(Component::Path))
+                                         : flags_.pathHasDotSegments;
 }
 
 template <class String>

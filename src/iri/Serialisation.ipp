@@ -25,21 +25,32 @@ constexpr std::size_t nativeStringIndex(Encoding encoding, bool strict) noexcept
 }
 
 template <class String>
-String TemplateIRI<String>::getNativeAuthority(const Encoding& encoding) const
+auto TemplateIRI<String>::hostInAuthority(const Encoding& encoding) const -> View
 {
-    String result;
-    if (flags_.hasUserInfo)
-        result.append(componentText(Component::UserInfo, encoding)).push_back(COMMERCIAL_AT);
     try {
-        result.append(componentText(Component::Host, encoding));
+        return componentText(Component::Host, encoding);
     } catch (const std::runtime_error& failure) {
         // The text names the host already; naming it twice is meant.
         throw std::runtime_error(std::string(failure.what()) + ": Host (in getAuthority)");
     }
+}
+
+template <class String>
+String TemplateIRI<String>::getNativeAuthority(const Encoding& encoding) const
+{
+    const View userInfo =
+        flags_.hasUserInfo ? componentText(Component::UserInfo, encoding) : View();
+    const View host = hostInAuthority(encoding);
+    const View port = portText();
+    String result;
+    result.reserve(userInfo.size() + 1 + host.size() + 1 + port.size());
+    if (flags_.hasUserInfo)
+        result.append(userInfo).push_back(COMMERCIAL_AT);
+    result.append(host);
     if (isStrict(encoding))
         result = fixEscapes(result, false);
     if (flags_.hasPort)
-        result.append(1, COLON).append(portText());
+        result.append(1, COLON).append(port);
     return result;
 }
 

@@ -201,31 +201,31 @@ void StringParts<String>::setSchemePresent(bool present) noexcept
 template <class String>
 const String& StringParts<String>::getUserInfo(const Encoding& encoding) const
 {
-    return read(userInfo_, encoding, ": UserInfo");
+    return get(Component::UserInfo, encoding);
 }
 
 template <class String>
 const String& StringParts<String>::getHost(const Encoding& encoding) const
 {
-    return read(host_, encoding, ": Host");
+    return get(Component::Host, encoding);
 }
 
 template <class String>
 const String& StringParts<String>::getPath(const Encoding& encoding) const
 {
-    return read(path_, encoding, ": Path");
+    return get(Component::Path, encoding);
 }
 
 template <class String>
 const String& StringParts<String>::getQuery(const Encoding& encoding) const
 {
-    return read(query_, encoding, ": Query");
+    return get(Component::Query, encoding);
 }
 
 template <class String>
 const String& StringParts<String>::getFragment(const Encoding& encoding) const
 {
-    return read(fragment_, encoding, ": Fragment");
+    return get(Component::Fragment, encoding);
 }
 
 template <class String>
@@ -305,35 +305,84 @@ bool StringParts<String>::operator!=(const StringParts& other) const
     return differsFrom(other);
 }
 
+// Calls a function with the place of a component and the suffix that names it in messages.
 template <class String>
-void StringParts<String>::engageUserInfo(std::u32string_view text)
+template <class Self, class Function>
+auto StringParts<String>::visit(Self& self, Component component, Function function)
 {
-    userInfo_.engage(text);
+    switch (component) {
+    case Component::UserInfo:
+        return function(self.userInfo_, ": UserInfo");
+    case Component::Host:
+        return function(self.host_, ": Host");
+    case Component::Path:
+        return function(self.path_, ": Path");
+    case Component::Query:
+        return function(self.query_, ": Query");
+    case Component::Fragment:
+        break;
+    }
+    return function(self.fragment_, ": Fragment");
 }
 
 template <class String>
-void StringParts<String>::engageHost(std::u32string_view text)
+void StringParts<String>::engage(Component component, std::u32string_view text,
+                                 const PathContext& context)
 {
-    host_.engage(text);
+    if (component == Component::Path)
+        path_.engage(text, context);
+    else
+        visit(*this, component, [text](auto& place, const char*) { place.engage(text); });
 }
 
 template <class String>
-void StringParts<String>::engagePath(std::u32string_view text, bool schemePresent,
-                                     bool userInfoPresent, bool hostPresent)
+bool StringParts<String>::hasText(Component component) const noexcept
 {
-    path_.engage(text, PathContext{schemePresent, userInfoPresent, hostPresent});
+    return visit(*this, component,
+                 [](const auto& place, const char*) { return place.get() != nullptr; });
 }
 
 template <class String>
-void StringParts<String>::engageQuery(std::u32string_view text)
+const String& StringParts<String>::get(Component component, const Encoding& encoding) const
 {
-    query_.engage(text);
+    return *visit(*this, component, [&encoding](const auto& place, const char* suffix) {
+        return &read(place, encoding, suffix);
+    });
 }
 
 template <class String>
-void StringParts<String>::engageFragment(std::u32string_view text)
+auto StringParts<String>::readStoredForm(Component component) const -> StoredForm
 {
-    fragment_.engage(text);
+    return visit(*this, component, [](const auto& place, const char*) {
+        const auto* cell = place.get();
+        if (cell == nullptr)
+            throwNotSet("");
+        return StoredForm{cell->text(cell->primary()), encodingOf(cell->primary())};
+    });
+}
+
+template <class String>
+void StringParts<String>::set(Component component, String text, const Encoding& encoding,
+                              bool formEncoded)
+{
+    switch (component) {
+    case Component::UserInfo:
+        return setUserInfo(std::move(text), encoding);
+    case Component::Host:
+        return setHost(std::move(text), encoding);
+    case Component::Path:
+        return setPath(std::move(text), encoding);
+    case Component::Query:
+        return setQuery(std::move(text), encoding, formEncoded);
+    case Component::Fragment:
+        return setFragment(std::move(text), encoding);
+    }
+}
+
+template <class String>
+void StringParts<String>::clear(Component component) noexcept
+{
+    visit(*this, component, [](auto& place, const char*) { place.reset(); });
 }
 
 template class ZKFLNETWORK_API_TEMPLATE StringParts<std::u32string>;

@@ -12,6 +12,8 @@
 
 namespace foundation::network {
 
+class IRIArgs;
+
 /// An internationalised resource identifier, or a reference to one (RFC 3987).
 ///
 /// A value is made from a text, which it keeps as it came: no case is folded, no escape undone, no
@@ -61,6 +63,19 @@ public:
     explicit IRI(const std::string& utf8);
     /// @}
 
+    /// The value of some components. It is not put together as a text and parsed: what a component
+    /// may not show is escaped when it is read, and a text that the value shows need not be one
+    /// that the other constructors take. Only the scheme is checked, and that the components go
+    /// together.
+    ///
+    /// @throws core::except::AnonymousInternalException<std::logic_error>, in this order:
+    ///         "Malformed scheme";
+    ///         "User Info requires a host";
+    ///         "Port requires a host";
+    ///         "Path cannot be relative if authority present"
+    /// @complexity Linear in the length of the components.
+    explicit IRI(const IRIArgs& args);
+
     /// A copy with all that the other has made so far.
     IRI(const IRI& other);
 
@@ -75,7 +90,7 @@ public:
 
     /// Takes the other's text over. The other still answers its old predicates, but its texts are
     /// gone. Of the hash, the same holds as in the assignment of a copy.
-    IRI& operator=(IRI&& other);
+    IRI& operator=(IRI&& other); // NOLINT(performance-noexcept-move-constructor): may hash
 
     ~IRI() override;
 
@@ -220,13 +235,57 @@ public:
     std::string toAsciiStringUtf8(bool strict = false) const;
     /// @}
 
+    /// What this IRI, as a reference, denotes against @p base. Any base will do; the result is
+    /// relative if neither has a scheme.
+    ///
+    /// @departure Paths are merged as plain text: an escaped slash or dot becomes a real one.
+    /// @departure Dot segments stay where the RFC's test for them finds none: in a path that ends
+    /// in
+    ///            "/./", and in a reference against a base with an authority and no path.
+    /// @departure A path with an empty segment in it adds nothing, where dot segments are removed.
+    /// @departure An empty reference gives the base, which as a text still shows its fragment, if
+    /// it
+    ///            was made from one.
+    /// @throws what the readers throw, if a path cannot be decoded
+    /// @complexity Linear in the length of both.
+    /// @rfc{3986,5.2}
+    IRI resolveAgainst(const IRI& base) const;
+
+    /// A reference that names this IRI in terms of @p base. As far as it goes, it resolves to this
+    /// IRI again: see `docs/departures.md` for those that do not.
+    ///
+    /// @throws core::except::AnonymousInternalException<std::logic_error>, in this order:
+    ///         "Cannot make relative to base. Already relative";
+    ///         "Cannot make relative. Base is relative";
+    ///         "Cannot make relative to base as base has scheme but this does not";
+    ///         "Cannot make relative to base as base has authority but this does not";
+    ///         "Cannot make relative to base as base has path but this does not";
+    ///         "Cannot make relative to base as base has query but this does not"
+    /// @throws what the readers throw, if a component cannot be decoded
+    /// @complexity Linear in the length of both.
+    IRI makeRelativeTo(const IRI& base) const;
+
+    /// Puts the components into @p args, as plain text. Path, query and fragment are overwritten,
+    /// or cleared; a scheme or an authority that @p args holds already stays, if this IRI has none.
+    ///
+    /// @throws what the readers throw, if a component cannot be decoded; nothing has changed then
+    void toArgs(IRIArgs& args) const;
+
     /// Whether two values are the same, by the exact text of their components: "X://a" and "x://a"
     /// are not, nor are "x://a/%41" and "x://a/A". All empty values are the same.
+    ///
+    /// Values that were made from texts are compared by them; so is one that was not with one that
+    /// was. Two that were not, which are those of `IRIArgs`, `resolveAgainst` and `makeRelativeTo`,
+    /// are compared by their components, in the form in which the left one stores them.
+    ///
+    /// @throws what the readers throw, if a component cannot be converted
     /// @complexity Linear on the first call for a value, whose hash it computes.
     bool operator==(const IRI& other) const;
     bool operator!=(const IRI& other) const;
 
-    /// The order of the texts by code point; an empty value comes first.
+    /// The order of the texts by code point; an empty value comes first. Two values that were not
+    /// made from texts are ordered by their decoded texts. So this is a strict weak order over
+    /// values that were all made from texts, or all not, but not over a mixture.
     bool operator<(const IRI& other) const;
 
     /// 64-bit FNV-1a over the code points of the text, four bytes each with the low byte first: the
@@ -252,7 +311,9 @@ ZKFLNETWORK_API std::ostream& operator<<(std::ostream& stream, const IRI& iri);
 
 } // namespace foundation::network
 
-/// Agrees with `operator==` on values that were made from texts.
+/// Equal values have equal hashes if one of them was made from a text. Two that were not may be
+/// equal and differ in their hashes, if one stores a component in a form that its own text does not
+/// show, such as a decoded path whose escapes are lost; keep such values in a map by their texts.
 template <>
 struct std::hash<foundation::network::IRI> {
     std::size_t operator()(const foundation::network::IRI& iri) const

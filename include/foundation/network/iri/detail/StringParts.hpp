@@ -2,6 +2,7 @@
 
 #include <foundation/network/API.hpp>
 #include <foundation/network/iri/Encoding.hpp>
+#include <foundation/network/iri/detail/Component.hpp>
 
 #include <atomic>
 #include <string>
@@ -16,6 +17,7 @@ struct HostRules;
 struct PathRules;
 struct QueryRules;
 struct FragmentRules;
+struct PathContext;
 
 namespace detail {
 
@@ -61,6 +63,9 @@ namespace detail {
 
     template <class String>
     class TemplateIRI;
+
+    template <class String>
+    class Assembly;
 
     /// The text of an IRI's user information, host, path, query and fragment.
     ///
@@ -156,18 +161,33 @@ namespace detail {
     private:
         friend class TemplateIRI<String>;
 
+        friend class Assembly<String>;
+
         template <class Rules>
         using Place = CellPlace<ComponentCoder<Rules>>;
 
-        /// @{
+        /// A text with the form in which it is stored.
+        struct StoredForm {
+            const String& text;
+            Encoding encoding;
+        };
+
         /// Stores a component in the form `Iri`, if it is absent. May run beside readers.
-        void engageUserInfo(std::u32string_view text);
-        void engageHost(std::u32string_view text);
-        void engagePath(std::u32string_view text, bool schemePresent, bool userInfoPresent,
-                        bool hostPresent);
-        void engageQuery(std::u32string_view text);
-        void engageFragment(std::u32string_view text);
-        /// @}
+        /// @param context  of the path; other components have no use for it
+        void engage(Component component, std::u32string_view text, const PathContext& context);
+
+        bool hasText(Component component) const noexcept;
+        const String& get(Component component, const Encoding& encoding) const;
+
+        /// @throws std::runtime_error "Item not set"
+        StoredForm readStoredForm(Component component) const;
+
+        /// @param formEncoded  of the query; other components have no use for it
+        void set(Component component, String text, const Encoding& encoding, bool formEncoded);
+        void clear(Component component) noexcept;
+
+        template <class Self, class Function>
+        static auto visit(Self& self, Component component, Function function);
 
         bool differsFrom(const StringParts& other) const;
 

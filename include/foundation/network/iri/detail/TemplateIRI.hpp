@@ -2,6 +2,7 @@
 
 #include <foundation/network/API.hpp>
 #include <foundation/network/iri/Encoding.hpp>
+#include <foundation/network/iri/detail/Component.hpp>
 #include <foundation/network/iri/detail/LazyHash.hpp>
 
 #include <atomic>
@@ -18,6 +19,19 @@ struct Parts;
 template <class String>
 class StringParts;
 
+template <class String>
+class ArgsBase;
+
+// What works on the inside of values: see src/iri/Assembly.hpp, src/reference and src/build.
+template <class String>
+class Assembly;
+template <class String>
+class Resolution;
+template <class String>
+class Relativisation;
+template <class String>
+class Building;
+
 /// Which components an IRI has, and what follows from that.
 struct ComponentFlags {
     bool hasScheme = false;
@@ -30,6 +44,7 @@ struct ComponentFlags {
     bool hasPort = false;
     bool hasHost = false;
     bool hasUserInfo = false;
+    bool pathHasDotSegments = false; ///< of a built value; a parsed one looks at its text
     bool pathIsEmpty = true;
     bool formEncoded = false; ///< the query was put together from pairs
 };
@@ -72,10 +87,14 @@ public:
     explicit TemplateIRI(const std::string& text);
     /// @}
 
+    /// The value of some components; see `IRI(const IRIArgs&)`.
+    explicit TemplateIRI(const ArgsBase<String>& args);
+
     TemplateIRI(const TemplateIRI& other);
     TemplateIRI(TemplateIRI&& other) noexcept;
     TemplateIRI& operator=(const TemplateIRI& other);
-    TemplateIRI& operator=(TemplateIRI&& other);
+    TemplateIRI& operator=(
+        TemplateIRI&& other); // NOLINT(performance-noexcept-move-constructor): may hash
     virtual ~TemplateIRI();
 
     void swap(TemplateIRI& other) noexcept;
@@ -123,6 +142,15 @@ public:
     std::string toAsciiStringUtf8(const Encoding& encoding) const;
     /// @}
 
+    /// What this denotes as a reference against @p base; see `IRI::resolveAgainst`.
+    TemplateIRI doResolve(const TemplateIRI& base) const;
+
+    /// A reference that names this in terms of @p base; see `IRI::makeRelativeTo`.
+    TemplateIRI doRelativise(const TemplateIRI& base) const;
+
+    /// Puts the components into @p args; see `IRI::toArgs`.
+    void toArgs(ArgsBase<String>& args) const;
+
     bool operator==(const TemplateIRI& other) const;
     bool operator!=(const TemplateIRI& other) const;
     bool operator<(const TemplateIRI& other) const;
@@ -130,6 +158,11 @@ public:
     std::uint64_t hashValue() const;
 
 private:
+    friend class Assembly<String>;
+    friend class Resolution<String>;
+    friend class Relativisation<String>;
+    friend class Building<String>;
+
     using It = typename String::const_iterator;
     using View = std::basic_string_view<typename String::value_type>;
 
@@ -140,8 +173,11 @@ private:
     static constexpr char32_t COMMERCIAL_AT = U'@';
     static constexpr char32_t QUESTION_MARK = U'?';
 
-    /// The components that `StringParts` holds.
-    enum class Component : std::uint8_t { UserInfo, Host, Path, Query, Fragment };
+    /// The text of a component with the form in which it is stored.
+    struct StoredText {
+        View text;
+        Encoding encoding;
+    };
 
     /// What was made because somebody asked for it, and the components of a built value.
     struct OnDemand;
@@ -161,6 +197,10 @@ private:
     View schemeText() const noexcept;
     View portText() const noexcept;
     View componentText(Component component, const Encoding& encoding) const;
+    View pathText(const Encoding& encoding) const;
+    StoredText readStoredForm(Component component) const;
+    bool hasStoredPath() const noexcept;
+    bool pathHasDotSegments() const noexcept;
     const StringParts<String>& storedParts() const;
     const StringParts<String>& partsWith(Component component) const;
     OnDemand& onDemand() const;
@@ -170,6 +210,7 @@ private:
 
     // Writing texts.
 
+    View hostInAuthority(const Encoding& encoding) const;
     String getNativeAuthority(const Encoding& encoding) const;
     String getNativeSsp(const Encoding& encoding) const;
     const String& toNativeStringFromParts(const Encoding& encoding) const;
@@ -186,8 +227,8 @@ private:
     bool differsInSchemeOrPort(const TemplateIRI& other) const noexcept;
     bool differsInText(const TemplateIRI& other) const;
 
-    // A parsed value: the text that was parsed. A built value: its scheme and its port, one behind
-    // the other. The ranges say where they lie.
+    // A parsed value: the text that was parsed. A built value: its scheme, and ":" and its port, if
+    // it has one. The ranges say where they lie.
     String text_;
     ComponentRanges ranges_;
     ComponentFlags flags_;

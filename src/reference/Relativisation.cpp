@@ -1,0 +1,300 @@
+// The inverse of resolution, as far as it goes.
+
+#include "except/Throw.hpp"
+#include "iri/Assembly.hpp"
+#include "iri/ComponentCoders.hpp"
+#include "iri/DotSegments.hpp"
+#include "iri/Reading.ipp"
+#include "iri/Serialisation.ipp"
+#include "iri/grammar/PathSegmentGrammar.hpp"
+#include "reference/PathSegments.hpp"
+
+#include <foundation/network/iri/detail/TemplateIRI.hpp>
+
+#include <algorithm>
+#include <cstddef>
+
+namespace foundation::network::iri::detail {
+
+/// One value on its way to a reference that names it in terms of a base.
+///
+/// It keeps of the value what it must and strips what it can: first the scheme, then the authority,
+/// then the front of the path. Texts are compared exactly, decoded. Several results do not resolve
+/// back to the value; they are meant as they are.
+template <class String>
+class Relativisation {
+public:
+    using Iri = TemplateIRI<String>;
+    using View = typename Iri::View;
+
+    Relativisation(const Iri& iri, const Iri& base)
+        : iri_(iri)
+        , base_(base)
+        , assembly_(target_)
+    {
+    }
+
+    Iri run()
+    {
+        checkPaths();
+        assembly_.takeFragment(iri_);
+        if (namesSameResource()) {
+            assembly_.setEmptyPath();
+            assembly_.finish();
+            return std::move(target_);
+        }
+        // Read before anything is decided, so that a path that cannot be decoded fails on every
+        // road.
+        const View path = iri_.flags_.pathIsEmpty ? View() : decodedPath(iri_);
+        const bool sameScheme = iri_.schemeText() == base_.schemeText();
+        if (iri_.hasScheme() && !sameScheme) {
+            takeWhole();
+            return std::move(target_);
+        }
+        checkSchemeAndAuthority();
+        if (iri_.hasAuthority() != base_.hasAuthority() || authoritiesDiffer()) {
+            // A reference without a scheme would take the base's authority.
+            if (!iri_.hasAuthority())
+                assembly_.takeScheme(iri_);
+            assembly_.takeAuthority(iri_);
+            takePathAndQuery();
+            return std::move(target_);
+        }
+        takeDifference(path);
+        assembly_.finish();
+        if (assembly_.flags().pathIsEmpty)
+            assembly_.setEmptyPath();
+        return std::move(target_);
+    }
+
+private:
+    void checkPaths() const
+    {
+        if (!iri_.hasAbsolutePath() && base_.hasAbsolutePath() && !iri_.flags_.pathIsEmpty)
+            core::except::throwLogicError("Cannot make relative to base. Already relative");
+        if (iri_.hasAbsolutePath() && !base_.hasAbsolutePath() && !decodedPath(base_).empty())
+            core::except::throwLogicError("Cannot make relative. Base is relative");
+    }
+
+    void checkSchemeAndAuthority() const
+    {
+        if (iri_.hasScheme())
+            return;
+        if (base_.hasScheme())
+            core::except::throwLogicError(
+                "Cannot make relative to base as base has scheme but this does not");
+        if (base_.hasAuthority() && !iri_.hasAuthority())
+            core::except::throwLogicError(
+                "Cannot make relative to base as base has authority but this does not");
+    }
+
+    bool namesSameResource() const
+    {
+        return iri_.schemeText() == base_.schemeText()
+               && schemeSpecificPart(iri_) == schemeSpecificPart(base_);
+    }
+
+    bool authoritiesDiffer() const
+    {
+        return iri_.hasAuthority()
+               && iri_.getNativeAuthority(Encoding::Decoded)
+                      != base_.getNativeAuthority(Encoding::Decoded);
+    }
+
+    void takeWhole()
+    {
+        assembly_.takeScheme(iri_);
+        assembly_.takeAuthority(iri_);
+        takePathAndQuery();
+        assembly_.flags().pathHasDotSegments = false; // not told of a whole copy; that is meant
+    }
+
+    // Path and query as they are stored, behind which nothing remains to be decided.
+    void takePathAndQuery()
+    {
+        if (iri_.flags_.pathIsEmpty) {
+            assembly_.setEmptyPath();
+        } else {
+            assembly_.take(Component::Path, iri_);
+            ComponentFlags& flags = assembly_.flags();
+            flags.pathIsEmpty = false;
+            flags.pathHasDotSegments = iri_.pathHasDotSegments();
+            flags.hasAbsolutePath = iri_.hasAbsolutePath();
+        }
+        assembly_.takeQuery(iri_);
+        assembly_.finish();
+    }
+
+    // Scheme and authority are the base's, and stripped.
+    void takeDifference(View path)
+    {
+        const bool pathIsEmpty = iri_.flags_.pathIsEmpty;
+        const bool baseHasPath = !base_.flags_.pathIsEmpty;
+        const bool isBare = pathIsEmpty && !iri_.hasScheme() && !iri_.hasAuthority();
+        if (isBare && baseHasPath)
+            core::except::throwLogicError(
+                "Cannot make relative to base as base has path but this does not");
+        if (isBare && !iri_.hasQuery() && base_.hasQuery())
+            core::except::throwLogicError(
+                "Cannot make relative to base as base has query but this does not");
+        if (!pathIsEmpty) {
+            takePathDifference(path);
+            assembly_.takeQuery(iri_);
+            return;
+        }
+        if (!hasQueryOfBase())
+            assembly_.takeQuery(iri_);
+        // An empty path would take the base's path or query, so that scheme or authority stay.
+        if (!baseHasPath && (iri_.hasQuery() || !base_.hasQuery()))
+            return;
+        if (iri_.hasAuthority())
+            assembly_.takeAuthority(iri_);
+        else
+            assembly_.takeScheme(iri_);
+    }
+
+    bool hasQueryOfBase() const
+    {
+        return iri_.hasQuery() && base_.hasQuery()
+               && iri_.componentText(Component::Query, Encoding::Decoded)
+                      == base_.componentText(Component::Query, Encoding::Decoded);
+    }
+
+    void takePathDifference(View path)
+    {
+        if (base_.flags_.pathIsEmpty) {
+            assembly_.setDecodedPath(String(path), iri_.hasAbsolutePath());
+            assembly_.flags().pathHasDotSegments = hasDotSegments(path);
+            return;
+        }
+        if (decodedPath(base_) != path)
+            setRelativePath(getRelativePath());
+        else if (base_.hasQuery() && !iri_.hasQuery())
+            setRelativePath(getMinimalRelativePath());
+    }
+
+    void setRelativePath(String&& path)
+    {
+        assembly_.flags().pathHasDotSegments = hasDotSegments(path);
+        assembly_.setDecodedPath(std::move(path));
+    }
+
+    // The last segment of the path, named so that it does not take the base's query.
+    String getMinimalRelativePath() const
+    {
+        const View path = decodedPath(iri_);
+        String result(1, Iri::FULL_STOP);
+        if (path.empty() || path.back() == Iri::FORWARD_SLASH)
+            return result;
+        const std::size_t slash = path.rfind(Iri::FORWARD_SLASH);
+        if (slash == View::npos)
+            return result.append(1, Iri::FORWARD_SLASH).append(path);
+        return result.append(path.substr(slash));
+    }
+
+    // The path from the base's to this one's, as plain text; both have one, and they differ.
+    String getRelativePath() const
+    {
+        // A parsed value is compared as it is written, a built one as it is stored.
+        if (!iri_.hasSourceText_.load())
+            return relativePath(Encoding::Decoded);
+        const String written = relativePath(Encoding::Iri);
+        return PathCoder::iriToDecoded(written, {}).value_or(String());
+    }
+
+    String relativePath(const Encoding& encoding) const
+    {
+        const String from = reference::removeRelativePathSegments(base_.pathText(encoding),
+                                                                  base_.hasAbsolutePath());
+        const String to =
+            reference::removeRelativePathSegments(iri_.pathText(encoding), iri_.hasAbsolutePath());
+        if (from == to)
+            return {};
+        reference::Segments fromSegments;
+        reference::Segments toSegments;
+        grammar::splitPathSegments(from, fromSegments);
+        if (fromSegments.empty()) // no path, or one that cannot be split
+            return to;
+        grammar::splitPathSegments(to, toSegments);
+        const bool baseIsInRoot = fromSegments.size() == 1;
+        if (baseIsInRoot && from.starts_with(Iri::FORWARD_SLASH) && !toSegments.empty()
+            && to.starts_with(Iri::FORWARD_SLASH))
+            return to.substr(1);
+        return withoutLeadingDot(climb(fromSegments, toSegments, to));
+    }
+
+    String climb(const reference::Segments& from, const reference::Segments& to,
+                 const String& path) const
+    {
+        const std::size_t common = commonSegments(from, to);
+        String result;
+        if (common == 0) {
+            const std::size_t count = std::max<std::size_t>(1, from.size() - 1);
+            for (std::size_t i = 0; i < count; ++i)
+                result.append(U"../");
+            const bool skipSlash = iri_.hasAbsolutePath() && !path.empty();
+            return result.append(path, skipSlash ? 1 : 0);
+        }
+        result = upwards(from, common);
+        if (!to[common].starts_with(Iri::FORWARD_SLASH))
+            result.push_back(Iri::FORWARD_SLASH);
+        for (std::size_t i = common; i < to.size(); ++i)
+            result.append(to[i]);
+        return result;
+    }
+
+    // How many segments are the same from the start. The last one of the shorter list never counts.
+    static std::size_t commonSegments(const reference::Segments& from,
+                                      const reference::Segments& to)
+    {
+        const std::size_t shorter = std::min(from.size(), to.size());
+        std::size_t common = 0;
+        while (common + 1 < shorter && from[common] == to[common])
+            ++common;
+        return common;
+    }
+
+    // The way from the base up to where the paths part. From a base three or more segments below,
+    // without a slash at its end, this is one step short; that is meant.
+    static String upwards(const reference::Segments& from, std::size_t common)
+    {
+        const std::size_t below = from.size() - common;
+        if (below == 1)
+            return String(1, Iri::FULL_STOP);
+        const bool endsInSlash = from.back() == U"/";
+        const std::size_t count = endsInSlash ? below - 1 : below - 2;
+        String result = U"..";
+        for (std::size_t i = 1; i < count; ++i)
+            result.append(U"/..");
+        return result;
+    }
+
+    static String withoutLeadingDot(String path)
+    {
+        return path.size() >= 3 && path.starts_with(U"./") ? path.substr(2) : path;
+    }
+
+    // "//", authority, path and query; empty for a value that has no path at all.
+    static String schemeSpecificPart(const Iri& iri)
+    {
+        return iri.hasStoredPath() ? iri.getNativeSsp(Encoding::Decoded) : String();
+    }
+
+    static View decodedPath(const Iri& iri) { return iri.pathText(Encoding::Decoded); }
+
+    const Iri& iri_;
+    const Iri& base_;
+    Iri target_;
+    Assembly<String> assembly_;
+};
+
+template <class String>
+TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) const
+{
+    return Relativisation<String>(*this, base).run();
+}
+
+template ZKFLNETWORK_API_TEMPLATE TemplateIRI<std::u32string>
+TemplateIRI<std::u32string>::doRelativise(const TemplateIRI& base) const;
+
+} // namespace foundation::network::iri::detail

@@ -1,0 +1,172 @@
+// The transformation of references (RFC 3986, 5.2.2), component by component.
+
+#include "iri/Assembly.hpp"
+#include "iri/Reading.ipp"
+#include "iri/grammar/PathSegmentGrammar.hpp"
+#include "reference/PathSegments.hpp"
+
+#include <foundation/network/iri/detail/TemplateIRI.hpp>
+
+#include <cstddef>
+
+namespace foundation::network::iri::detail {
+
+/// One reference on its way to the value that it denotes against a base.
+///
+/// The branches are those of the RFC in its strict reading. Paths are read, merged and stored as
+/// plain text.
+/// Departure: an escaped slash or dot becomes a real one in the merge.
+/// Departure: dot segments are removed only where `pathHasDotSegments` says that there are some.
+template <class String>
+class Resolution {
+public:
+    using Iri = TemplateIRI<String>;
+    using View = typename Iri::View;
+
+    Resolution(const Iri& reference, const Iri& base)
+        : reference_(reference)
+        , base_(base)
+        , absolute_(reference.hasAbsolutePath() || base.hasAbsolutePath())
+    {
+    }
+
+    Iri run()
+    {
+        Iri target;
+        if (reference_.isEmpty()) {
+            target = base_;
+            // Departure: a base that was parsed keeps its text, fragment and all, and shows it
+            // where the text itself is asked for; that is meant.
+            Assembly<String>::dropFragment(target);
+            return target;
+        }
+        Assembly<String> assembly(target);
+        if (reference_.hasScheme()) {
+            assembly.takeScheme(reference_);
+            assembly.takeAuthority(reference_);
+            takeReferencePath(assembly);
+            assembly.takeQuery(reference_);
+        } else {
+            if (reference_.hasAuthority()) {
+                assembly.takeAuthority(reference_);
+                takeReferencePath(assembly);
+                assembly.takeQuery(reference_);
+            } else {
+                if (reference_.flags_.pathIsEmpty) {
+                    takeBasePath(assembly);
+                    takeReferenceOrBaseQuery(assembly);
+                } else {
+                    mergePaths(assembly);
+                    assembly.takeQuery(reference_);
+                }
+                assembly.takeAuthority(base_);
+            }
+            assembly.takeScheme(base_);
+        }
+        assembly.takeFragment(reference_);
+        assembly.finish();
+        if (assembly.flags().pathIsEmpty)
+            assembly.setEmptyPath();
+        return target;
+    }
+
+private:
+    void takeReferencePath(Assembly<String>& assembly)
+    {
+        if (reference_.flags_.pathIsEmpty)
+            return;
+        if (reference_.pathHasDotSegments())
+            setResolvedPath(assembly);
+        else
+            assembly.setDecodedPath(String(decodedPath(reference_)), reference_.hasAbsolutePath());
+    }
+
+    void takeBasePath(Assembly<String>& assembly)
+    {
+        if (!base_.flags_.pathIsEmpty)
+            assembly.setDecodedPath(String(decodedPath(base_)), base_.hasAbsolutePath());
+    }
+
+    void takeReferenceOrBaseQuery(Assembly<String>& assembly)
+    {
+        if (reference_.hasQuery())
+            assembly.takeQuery(reference_);
+        else if (base_.hasQuery()) // read as the reference's form, not the base's; that is meant
+            assembly.takeQuery(base_, reference_.flags_.formEncoded);
+    }
+
+    // RFC 3986, 5.2.3
+    void mergePaths(Assembly<String>& assembly)
+    {
+        if (reference_.hasAbsolutePath()) {
+            takeReferencePath(assembly);
+            return;
+        }
+        if (base_.hasAuthority() && base_.flags_.pathIsEmpty) {
+            // Departure: dot segments stay on this branch.
+            String path(1, Iri::FORWARD_SLASH);
+            path.append(decodedPath(reference_));
+            assembly.setDecodedPath(std::move(path), true);
+            return;
+        }
+        if (reference_.pathHasDotSegments() || base_.pathHasDotSegments()) {
+            splitBaseDirectory();
+            setResolvedPath(assembly);
+            return;
+        }
+        const View basePath = decodedPath(base_);
+        const std::size_t directory = basePath.rfind(Iri::FORWARD_SLASH) + 1; // 0 without a slash
+        String path(basePath.substr(0, directory));
+        path.append(decodedPath(reference_));
+        assembly.setDecodedPath(std::move(path));
+    }
+
+    // The segments of the base without its last one. A path that cannot be split has none.
+    void splitBaseDirectory()
+    {
+        const View basePath = decodedPath(base_);
+        if (base_.pathHasDotSegments())
+            grammar::splitPathSegments(
+                reference::removeRelativePathSegments(basePath, base_.hasAbsolutePath()),
+                segments_);
+        else
+            grammar::splitPathSegments(basePath, segments_);
+        if (segments_.empty())
+            return;
+        const bool wasOnlyOne = segments_.size() == 1;
+        segments_.pop_back();
+        if (wasOnlyOne && base_.hasAbsolutePath())
+            segments_.emplace_back(1, Iri::FORWARD_SLASH);
+    }
+
+    // The reference's path, merged onto the segments gathered so far.
+    String resolvePathComponents()
+    {
+        reference::mergePathSegments(decodedPath(reference_), segments_, absolute_,
+                                     reference_.pathHasDotSegments());
+        return reference::joinPathSegments(segments_);
+    }
+
+    void setResolvedPath(Assembly<String>& assembly)
+    {
+        assembly.setDecodedPath(resolvePathComponents());
+    }
+
+    static View decodedPath(const Iri& iri) { return iri.pathText(Encoding::Decoded); }
+
+    const Iri& reference_;
+    const Iri& base_;
+    const bool absolute_; // whether a merged path begins with "/"
+    reference::Segments segments_;
+};
+
+template <class String>
+TemplateIRI<String> TemplateIRI<String>::doResolve(const TemplateIRI& base) const
+{
+    return Resolution<String>(*this, base).run();
+}
+
+template ZKFLNETWORK_API_TEMPLATE TemplateIRI<std::u32string>
+TemplateIRI<std::u32string>::doResolve(const TemplateIRI& base) const;
+
+} // namespace foundation::network::iri::detail
