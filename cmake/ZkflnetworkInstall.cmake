@@ -51,5 +51,6 @@ endif()
 configure_file(
     "${CMAKE_CURRENT_LIST_DIR}/zkflnetwork.pc.in"
     "${PROJECT_BINARY_DIR}/zkflnetwork.pc" @ONLY)
+# ICU is not named in that file: no public header shows it, and the shared library finds it itself.
 install(FILES "${PROJECT_BINARY_DIR}/zkflnetwork.pc"
     DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig" COMPONENT zkflnetwork_development)

@@ -1,0 +1,76 @@
+# cmake -D MODE=... -D ... -P Run.cmake
+#
+# Builds consumer.cpp as a user of the library would and compares what it prints.
+#
+# MODE       install: put the library in PREFIX; not a consumer, but what the next two need
+#            package: through find_package
+#            pkg-config: with pkg-config and the bare compiler
+#            subfolder: through add_subdirectory
+# SOURCE     the folder of the library
+# BUILD      its build folder
+# WORK       a folder to work in
+# COMPILER   the C++ compiler
+
+cmake_minimum_required(VERSION 3.22)
+
+set(expected "example.org 8080 http://example.org:8080/a%20b?q\nIRI parsing failed\n")
+
+# The tree is installed in one place and used from another: nothing in it may know where it was.
+set(installed "${WORK}/installed")
+set(prefix "${WORK}/moved")
+
+function(run)
+    execute_process(COMMAND ${ARGN} RESULT_VARIABLE result OUTPUT_VARIABLE output
+        ERROR_VARIABLE output)
+    if(NOT result EQUAL 0)
+        list(JOIN ARGN " " command)
+        message("${output}")
+        message(FATAL_ERROR "status ${result}: ${command}")
+    endif()
+endfunction()
+
+function(expect_output)
+    execute_process(COMMAND ${ARGN} RESULT_VARIABLE result OUTPUT_VARIABLE output)
+    if(NOT result EQUAL 0 OR NOT output STREQUAL expected)
+        message("printed:\n${output}expected:\n${expected}")
+        message(FATAL_ERROR "status ${result}: ${ARGV0}")
+    endif()
+endfunction()
+
+function(build_with_cmake)
+    set(folder "${WORK}/${MODE}")
+    file(REMOVE_RECURSE "${folder}")
+    run("${CMAKE_COMMAND}" -S "${SOURCE}/tests/consumers" -B "${folder}" -G Ninja
+        "-DCMAKE_CXX_COMPILER=${COMPILER}" ${ARGN})
+    run("${CMAKE_COMMAND}" --build "${folder}")
+    expect_output("${folder}/consumer")
+endfunction()
+
+if(MODE STREQUAL "install")
+    file(REMOVE_RECURSE "${installed}" "${prefix}")
+    run("${CMAKE_COMMAND}" --install "${BUILD}" --prefix "${installed}")
+    file(RENAME "${installed}" "${prefix}")
+elseif(MODE STREQUAL "package")
+    build_with_cmake("-DCMAKE_PREFIX_PATH=${prefix}")
+elseif(MODE STREQUAL "subfolder")
+    build_with_cmake("-DLIBRARY_SOURCE=${SOURCE}")
+elseif(MODE STREQUAL "pkg-config")
+    file(GLOB_RECURSE pc_file "${prefix}/*/zkflnetwork.pc")
+    get_filename_component(pc_folder "${pc_file}" DIRECTORY)
+    set(ENV{PKG_CONFIG_PATH} "${pc_folder}")
+    execute_process(COMMAND pkg-config --cflags --libs zkflnetwork
+        RESULT_VARIABLE result OUTPUT_VARIABLE flags ERROR_VARIABLE complaint)
+    if(NOT result EQUAL 0)
+        message(FATAL_ERROR "pkg-config: ${complaint}")
+    endif()
+    separate_arguments(flags UNIX_COMMAND "${flags}")
+    file(MAKE_DIRECTORY "${WORK}/pkg-config")
+    run("${COMPILER}" -std=c++20 -Wall -Wextra -Wpedantic -Wconversion -Werror
+        "${SOURCE}/tests/consumers/consumer.cpp" -o "${WORK}/pkg-config/consumer" ${flags})
+    file(GLOB_RECURSE library "${prefix}/*/libzkflnetwork.so")
+    get_filename_component(library_folder "${library}" DIRECTORY)
+    expect_output("${CMAKE_COMMAND}" -E env "LD_LIBRARY_PATH=${library_folder}"
+        "${WORK}/pkg-config/consumer")
+else()
+    message(FATAL_ERROR "MODE=${MODE} is not known")
+endif()

@@ -1,0 +1,120 @@
+#!/usr/bin/env python3
+"""Runs includes.py on small invented trees, so that it is known to find what it looks for."""
+
+import pathlib
+import tempfile
+import unittest
+
+import includes
+
+PAGE = """
+| Path | Duty | May include |
+|---|---|---|
+| `include/api.hpp` | macros | |
+| `include` | headers | `include/api.hpp` |
+| `src/text` | text | `include/api.hpp` |
+| `src/iri` | values | `src/text`, `include` |
+| `src/address` | To come: addresses | `src/text` |
+| `tests` | tests | `src/iri` |
+
+| Headers | Only in |
+|---|---|
+| `unicode/` | `src/text` |
+| `boost/spirit` | `tests` |
+| `unistd.h` | nowhere |
+"""
+
+CLEAN = {
+    "docs/architecture.md": PAGE,
+    "include/api.hpp": "#pragma once\n",
+    "include/iri.hpp": "#include <api.hpp>\n#include <string>\n",
+    "src/text/utf.hpp": "#include <api.hpp>\n",
+    "src/text/utf.cpp": '#include "text/utf.hpp"\n#include <unicode/uchar.h>\n',
+    "src/iri/iri.cpp": '#include <iri.hpp>\n\n#include "text/utf.hpp"\n#include "detail/cell.hpp"\n',
+    "src/iri/detail/cell.hpp": "#pragma once\n",
+    "tests/iri.cpp": '#include <boost/spirit/include/qi.hpp>\n#include "text/utf.hpp"\n',
+}
+
+
+class IncludesTest(unittest.TestCase):
+    def found(self, changes):
+        with tempfile.TemporaryDirectory() as folder:
+            root = pathlib.Path(folder)
+            for name, text in {**CLEAN, **changes}.items():
+                (root / name).parent.mkdir(parents=True, exist_ok=True)
+                (root / name).write_text(text, encoding="utf-8")
+            return includes.check(root)
+
+    def test_finds_nothing_in_a_clean_tree(self):
+        self.assertEqual(self.found({}), [])
+
+    def test_finds_an_include_against_the_direction(self):
+        self.assertEqual(
+            self.found({"src/text/utf.hpp": '#include "iri/detail/cell.hpp"\n'}),
+            ["src/text/utf.hpp: `src/text` may not include src/iri/detail/cell.hpp"],
+        )
+
+    def test_finds_a_public_header_that_reaches_into_the_sources(self):
+        self.assertEqual(
+            self.found({"include/iri.hpp": '#  include "../src/text/utf.hpp"\n'}),
+            ["include/iri.hpp: `include` may not include src/text/utf.hpp"],
+        )
+
+    def test_finds_an_include_of_a_header_beside_a_file_with_a_row_of_its_own(self):
+        self.assertEqual(
+            self.found({"include/api.hpp": '#include "iri.hpp"\n'}),
+            ["include/api.hpp: `include/api.hpp` may not include include/iri.hpp"],
+        )
+
+    def test_finds_a_dependency_away_from_its_door(self):
+        self.assertEqual(
+            self.found({"src/iri/iri.cpp": "#include <unicode/uchar.h>\n#include <unistd.h>\n"}),
+            [
+                "src/iri/iri.cpp: <unicode/uchar.h> is not included here",
+                "src/iri/iri.cpp: <unistd.h> is not included here",
+            ],
+        )
+
+    def test_finds_a_file_that_no_row_covers(self):
+        self.assertEqual(
+            self.found({"src/other/a.cpp": ""}),
+            ["src/other/a.cpp: docs/architecture.md has no row for it"],
+        )
+
+    def test_finds_a_quoted_include_of_nothing(self):
+        self.assertEqual(
+            self.found({"src/iri/iri.cpp": '#include "gone.hpp"\n'}),
+            ["src/iri/iri.cpp: no such file in this tree: gone.hpp"],
+        )
+
+    def test_finds_a_row_for_a_folder_that_has_come(self):
+        self.assertEqual(
+            self.found({"src/address/a.cpp": ""}), ["docs/architecture.md: `src/address` exists"]
+        )
+
+    def test_finds_rows_that_name_what_is_not_there(self):
+        page = PAGE.replace("`src/text` | text", "`src/gone` | text")
+        self.assertEqual(
+            [line for line in self.found({"docs/architecture.md": page}) if "gone" in line],
+            ["docs/architecture.md: `src/gone` does not exist"],
+        )
+        page = PAGE.replace("| values | `src/text`", "| values | `src/texts`")
+        self.assertIn(
+            "docs/architecture.md: `src/texts` may be included but has no row",
+            self.found({"docs/architecture.md": page}),
+        )
+
+    def test_finds_a_circle(self):
+        page = PAGE.replace("| text | `include/api.hpp`", "| text | `src/iri`")
+        self.assertIn(
+            "docs/architecture.md: from `src/iri` the includes lead in a circle",
+            self.found({"docs/architecture.md": page}),
+        )
+
+    def test_refuses_a_page_without_tables(self):
+        with self.assertRaises(ValueError):
+            self.found({"docs/architecture.md": "Nothing here.\n"})
+
+
+if __name__ == "__main__":
+    unittest.main()
