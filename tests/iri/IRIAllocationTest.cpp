@@ -1,0 +1,112 @@
+#include <foundation/network/IRI.hpp>
+
+#include "iri/AllocationCounter.hpp"
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <new>
+#include <string>
+#include <utility>
+
+namespace foundation::network {
+
+namespace {
+
+    using tests::allocationCount;
+
+    // A URL of 70 characters.
+    const std::string url =
+        "https://www.example.org/articles/2024/05/a-title?page=2&sort=asc#notes";
+
+    // How many allocations an operation makes.
+    template <class Operation>
+    std::size_t allocationsOf(Operation operation)
+    {
+        const std::size_t before = allocationCount();
+        operation();
+        return allocationCount() - before;
+    }
+
+} // namespace
+
+TEST(IRIAllocation, valueIsSmall)
+{
+    static_assert(sizeof(IRI) <= 256);
+    EXPECT_EQ(url.size(), 70U);
+}
+
+// What the other tests rely on. The operators are called by name: a compiler may leave out a new
+// expression.
+TEST(IRIAllocation, isCounted)
+{
+    const std::size_t before = tests::bytesInUse();
+    tests::forgetPeak();
+    EXPECT_EQ(allocationsOf([] { ::operator delete(::operator new(1000)); }), 1U);
+    EXPECT_EQ(tests::bytesInUse(), before);
+    EXPECT_EQ(tests::peakBytes(), before + 1000);
+}
+
+TEST(IRIAllocation, parsingTakesOne)
+{
+    const std::u16string utf16(url.begin(), url.end());
+    EXPECT_EQ(allocationsOf([] { const IRI iri(url); }), 1U);
+    EXPECT_EQ(allocationsOf([&] { const IRI iri(utf16); }), 1U);
+}
+
+TEST(IRIAllocation, emptyValuesMovesAndSwapsTakeNone)
+{
+    EXPECT_EQ(allocationsOf([] { const IRI iri; }), 0U);
+    IRI source(url);
+    IRI other(url + "?");
+    source.toAsciiString(true);
+    EXPECT_EQ(allocationsOf([&] {
+                  IRI target(std::move(source));
+                  target.swap(other);
+                  other = std::move(target);
+              }),
+              0U);
+}
+
+TEST(IRIAllocation, copyOfAnUnreadValueTakesOne)
+{
+    const IRI source(url);
+    EXPECT_EQ(allocationsOf([&] { const IRI copy(source); }), 1U);
+}
+
+TEST(IRIAllocation, predicatesHashAndComparisonTakeNone)
+{
+    const IRI left(url);
+    const IRI right(url);
+    EXPECT_EQ(allocationsOf([&] {
+                  EXPECT_TRUE(left == right);
+                  EXPECT_FALSE(left < right);
+                  EXPECT_TRUE(left.hasQuery());
+                  EXPECT_NE(left.hashValue(), 0U);
+              }),
+              0U);
+}
+
+TEST(IRIAllocation, readingInTheFormOfTheTextTakesOneForTheResult)
+{
+    const IRI iri(url);
+    EXPECT_EQ(allocationsOf([&] { iri.toStringUtf8(); }), 1U);
+    EXPECT_EQ(allocationsOf([&] { iri.getHostUtf8(); }), 0U); // 15 bytes fit in a std::string
+    EXPECT_EQ(allocationsOf([&] { iri.getPath(); }), 1U);
+}
+
+// A form is made once: whoever reads it again pays for the result only.
+TEST(IRIAllocation, readingAgainTakesOneForTheResult)
+{
+    const IRI iri(url);
+    for (const IRI::Encoding form : {IRI::Encoding::Decoded, IRI::Encoding::Ascii}) {
+        EXPECT_GT(allocationsOf([&] { iri.getPathUtf8(form); }), 1U);
+        EXPECT_EQ(allocationsOf([&] { iri.getPathUtf8(form); }), 1U);
+    }
+    EXPECT_GT(allocationsOf([&] { iri.toAsciiStringUtf8(); }), 1U);
+    EXPECT_EQ(allocationsOf([&] { iri.toAsciiStringUtf8(); }), 1U);
+    const IRI copy(iri);
+    EXPECT_EQ(allocationsOf([&] { copy.toAsciiStringUtf8(); }), 1U);
+}
+
+} // namespace foundation::network
