@@ -1,0 +1,120 @@
+#include "CommandLine.hpp"
+
+#include "Text.hpp"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <iterator>
+
+namespace tool {
+namespace {
+
+    std::string joined(const std::vector<std::string>& names)
+    {
+        std::string result;
+        for (const std::string& name : names)
+            result.append(result.empty() ? "" : ", ").append(name);
+        return result;
+    }
+
+} // namespace
+
+CommandLine::CommandLine(std::string verb, Help help)
+    : verb_(std::move(verb))
+    , help_(help)
+    , app_(std::make_unique<CLI::App>("", verb_))
+{
+    app_->set_help_flag("-h,--help");
+    // An IRI may begin with "/" everywhere.
+    app_->allow_windows_style_options(false);
+    // Operands are no option of the parser's: it would take "[a,b]" for a list.
+    app_->allow_extras();
+}
+
+CommandLine::~CommandLine() = default;
+
+void CommandLine::addFlag(const std::string& name, bool& target, std::string help)
+{
+    app_->add_flag(name, target);
+    optionHelps_.push_back({name, std::move(help)});
+}
+
+void CommandLine::addChoiceByIndex(const std::string& name, const std::string& placeholder,
+                                   std::vector<std::string> names, const std::string& help,
+                                   std::function<void(std::size_t)> choose)
+{
+    optionHelps_.push_back({name + "=" + placeholder, help});
+    const auto read = [name, names = std::move(names),
+                       choose = std::move(choose)](const std::string& value) {
+        const auto found = std::find(names.begin(), names.end(), value);
+        if (found == names.end())
+            throw CLI::ValidationError(name, "not one of " + joined(names) + ": " + value);
+        choose(static_cast<std::size_t>(std::distance(names.begin(), found)));
+    };
+    app_->add_option_function<std::string>(name, read)
+        ->type_name(placeholder)
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
+}
+
+std::optional<ExitCode> CommandLine::read(const Arguments& arguments, Output& output)
+{
+    const auto mark = std::find(arguments.begin(), arguments.end(), "--");
+    try {
+        // The parser takes its arguments from the back.
+        app_->parse(Arguments(std::make_reverse_iterator(mark), arguments.rend()));
+    } catch (const CLI::CallForHelp&) {
+        output.text().append(helpText());
+        output.endRecord();
+        return ExitCode::Yes;
+    } catch (const CLI::ParseError& error) {
+        return refuse(text::excerpt(error.what()), output);
+    }
+
+    for (std::string& text : app_->remaining()) {
+        if (text.size() > 1 && text.front() == '-')
+            return refuse("no such option: " + text::excerpt(text)
+                              + R"(; an IRI that begins with "-" goes behind "--")",
+                          output);
+        operands_.push_back({std::move(text), false});
+    }
+    if (mark != arguments.end())
+        for (auto text = std::next(mark); text != arguments.end(); ++text)
+            operands_.push_back({*text, true});
+    return std::nullopt;
+}
+
+std::optional<ExitCode> CommandLine::refuse(std::string_view why, Output& output) const
+{
+    output.reportError(why);
+    output.reportError("see: iri " + verb_ + " --help");
+    return ExitCode::Usage;
+}
+
+std::string CommandLine::helpText() const
+{
+    constexpr std::size_t MARGIN = 2;
+
+    std::vector<OptionHelp> options = optionHelps_;
+    options.push_back({"-h, --help", "this text"});
+    std::size_t width = 0;
+    for (const OptionHelp& option : options)
+        width = std::max(width, option.option.size() + MARGIN);
+
+    std::string result = "Examples:\n";
+    result.append(help_.examples);
+    result.append("\nUsage: ").append(help_.usage).append("\n\n");
+    result.append(help_.details).append("\nOptions:\n");
+    for (const auto& [option, text] : options) {
+        result.append(MARGIN, ' ').append(option).append(width - option.size(), ' ');
+        for (const char c : text) {
+            result.push_back(c);
+            if (c == '\n')
+                result.append(MARGIN + width, ' ');
+        }
+        result.push_back('\n');
+    }
+    return result;
+}
+
+} // namespace tool

@@ -1,0 +1,91 @@
+#pragma once
+
+#include "ExitCode.hpp"
+#include "Output.hpp"
+
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace CLI {
+class App;
+}
+
+namespace tool {
+
+/// The words of a command line behind the verb.
+using Arguments = std::vector<std::string>;
+
+/// A word of the command line that is no option.
+struct Operand {
+    std::string text;
+    bool isVerbatim; ///< it stood behind "--": not even "-" means anything else than itself
+};
+
+/// The options of one verb, and its help.
+class CommandLine {
+public:
+    /// The texts of the help, which has no other source but these and the options' own.
+    struct Help {
+        std::string_view examples; ///< lines; this is what it begins with
+        std::string_view usage;    ///< one line
+        std::string_view details;  ///< lines
+    };
+
+    CommandLine(std::string verb, Help help);
+    CommandLine(const CommandLine&) = delete;
+    CommandLine& operator=(const CommandLine&) = delete;
+    ~CommandLine();
+
+    /// Adds an option without a value, which sets @p target.
+    void addFlag(const std::string& name, bool& target, std::string help);
+
+    /// Adds an option whose value is one of some names; if it stands there twice, the last counts.
+    template <class Value>
+    void addChoice(const std::string& name, const std::string& placeholder,
+                   std::vector<std::pair<std::string, Value>> values, Value& target,
+                   const std::string& help)
+    {
+        std::vector<std::string> names;
+        names.reserve(values.size());
+        for (const auto& [valueName, value] : values)
+            names.push_back(valueName);
+        addChoiceByIndex(name, placeholder, std::move(names), help,
+                         [values = std::move(values), &target](std::size_t index) {
+                             target = values[index].second;
+                         });
+    }
+
+    /// Reads the arguments; what follows "--" is operands.
+    /// @returns with what code to end now, because help was asked for, or what was asked for makes
+    ///          no sense; nothing, if the verb is to do its work
+    std::optional<ExitCode> read(const Arguments& arguments, Output& output);
+
+    /// What is left beside the options, in order.
+    const std::vector<Operand>& operands() const noexcept { return operands_; }
+
+private:
+    struct OptionHelp {
+        std::string option;
+        std::string text;
+    };
+
+    void addChoiceByIndex(const std::string& name, const std::string& placeholder,
+                          std::vector<std::string> names, const std::string& help,
+                          std::function<void(std::size_t)> choose);
+    std::optional<ExitCode> refuse(std::string_view why, Output& output) const;
+    std::string helpText() const;
+
+    std::string verb_;
+    Help help_;
+    std::vector<OptionHelp> optionHelps_;
+    std::unique_ptr<CLI::App> app_;
+    std::vector<Operand> operands_;
+};
+
+} // namespace tool

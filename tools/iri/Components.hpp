@@ -1,0 +1,49 @@
+#pragma once
+
+#include <foundation/network/IRI.hpp>
+
+#include "Colors.hpp"
+
+#include <array>
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace tool {
+
+/// One component of one IRI, in one form.
+struct Component {
+    enum class State {
+        Absent,
+        Present,
+        Undecodable, ///< present, but its escapes stand for something that is no text
+    };
+
+    State state = State::Absent;
+    std::string text{};
+};
+
+/// Where the components stand in `Components::parts`: in the order of the text.
+enum Part : std::size_t { SCHEME, USER_INFO, HOST, PORT, PATH, QUERY, FRAGMENT, PART_COUNT };
+
+/// All components of one IRI, in one form.
+struct Components {
+    std::array<Component, PART_COUNT> parts;
+    Component authority; ///< user information, host and port together
+};
+
+/// How the tool calls a component, everywhere.
+struct PartName {
+    std::string_view field; ///< for programs: the member of a JSON object
+    std::string_view label; ///< for people
+    Ink ink;
+};
+
+extern const std::array<PartName, PART_COUNT> PART_NAMES;
+
+/// Reads the components in a form. In the strict forms, the user information is repaired as in the
+/// authority, so that the parts always make up the whole.
+Components readComponents(const foundation::network::IRI& iri,
+                          foundation::network::IRI::Encoding form);
+
+} // namespace tool

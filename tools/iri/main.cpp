@@ -1,0 +1,109 @@
+#include "CommandLine.hpp"
+#include "ExitCode.hpp"
+#include "Output.hpp"
+#include "Text.hpp"
+#include "Verbs.hpp"
+
+#include <new>
+#include <string>
+#include <string_view>
+#include <system_error>
+
+namespace {
+
+using tool::Arguments;
+using tool::ExitCode;
+using tool::Output;
+using tool::Verb;
+
+constexpr std::string_view VERSION = "iri " ZKFLNETWORK_VERSION "\n";
+
+std::string helpText()
+{
+    std::string result = R"help(Examples:
+  iri parse 'https://пример.example/путь/a%20b?q=1#часть'
+  iri parse --json <links.txt
+  iri help parse
+
+Usage: iri VERB [ARGUMENT...]
+
+Verbs:
+)help";
+    for (const Verb& verb : tool::allVerbs())
+        result.append("  ").append(verb.name).append(" - ").append(verb.summary).push_back('\n');
+    result.append(R"help(  help - this text; behind it the name of a verb, the help of that verb
+
+Options:
+  -h, --help     this text
+  -V, --version  the version of the program
+
+Exit codes:
+  0  every record is as asked
+  1  some record is not: it is no IRI, or cannot be shown as asked
+  2  the command line makes no sense
+  3  input could not be read, or output not written
+)help");
+    return result;
+}
+
+ExitCode refuse(std::string_view why, std::string_view word, Output& output)
+{
+    output.reportError(std::string(why).append(": ").append(tool::text::excerpt(word)));
+    output.reportError("see: iri --help");
+    return ExitCode::Usage;
+}
+
+ExitCode help(const Arguments& words, Output& output)
+{
+    if (words.empty()) {
+        output.text().append(helpText());
+        return ExitCode::Yes;
+    }
+    const Verb* const verb = tool::findVerb(words.front());
+    if (verb == nullptr)
+        return refuse("no such verb", words.front(), output);
+    return verb->run({"--help"}, output);
+}
+
+ExitCode run(const Arguments& words, Output& output)
+{
+    if (words.empty()) {
+        output.writeToErrors(helpText());
+        return ExitCode::Usage;
+    }
+    const std::string& first = words.front();
+    const Arguments rest(words.begin() + 1, words.end());
+    if (first == "help" || first == "-h" || first == "--help")
+        return help(rest, output);
+    if (first == "-V" || first == "--version") {
+        output.text().append(VERSION);
+        return ExitCode::Yes;
+    }
+    if (first.starts_with('-'))
+        return refuse("no such option", first, output);
+    const Verb* const verb = tool::findVerb(first);
+    if (verb == nullptr)
+        return refuse("no such verb", first, output);
+    return verb->run(rest, output);
+}
+
+} // namespace
+
+int main(int count, char** words)
+{
+    Output output;
+    ExitCode code = ExitCode::InputOutput;
+    try {
+        code = run(Arguments(words + (count > 0 ? 1 : 0), words + count), output);
+        output.flush();
+    } catch (const std::system_error& error) {
+        code = ExitCode::InputOutput;
+        // Who closes the pipe has seen enough, and knows it.
+        if (error.code() != std::errc::broken_pipe)
+            output.reportFailure(error.what());
+    } catch (const std::bad_alloc&) {
+        code = ExitCode::InputOutput;
+        output.reportFailure("not enough memory");
+    }
+    return static_cast<int>(code);
+}
