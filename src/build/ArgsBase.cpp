@@ -19,15 +19,13 @@ namespace {
             [&] { return text::toUtf32(text); });
     }
 
-    template <class String>
-    void setComponent(String& component, bool& isPresent, String&& text) noexcept
+    void setComponent(std::u32string& component, bool& isPresent, std::u32string&& text) noexcept
     {
         component = std::move(text);
         isPresent = true;
     }
 
-    template <class String>
-    void clearComponent(String& component, bool& isPresent) noexcept
+    void clearComponent(std::u32string& component, bool& isPresent) noexcept
     {
         component.clear();
         isPresent = false;

@@ -15,7 +15,7 @@ IRIArgs::IRIArgs(const IRIArgs& other) = default;
 
 // Moving copies: a bag that was moved from can be used again as it is.
 IRIArgs::IRIArgs(IRIArgs&& other)
-    : IRIArgs(other)
+    : IRIArgs(other) // NOLINT(performance-move-constructor-init): meant
 {
 }
 

@@ -1,6 +1,7 @@
 #include <foundation/core/except/Exception.hpp>
 
 #include <algorithm>
+#include <memory>
 #include <typeinfo>
 
 namespace foundation::core::except {
@@ -95,7 +96,10 @@ namespace detail {
     template <class Standard>
     const boost::exception_detail::clone_base* AnonymousInternalException<Standard>::clone() const
     {
-        return new AnonymousInternalException(*this);
+        // The details that Boost attaches are shared by plain copies, and not between threads.
+        auto copy = std::make_unique<AnonymousInternalException>(*this);
+        boost::exception_detail::copy_boost_exception(copy.get(), this);
+        return copy.release();
     }
 
     template <class Standard>

@@ -122,7 +122,7 @@ public:
     const Context& context() const noexcept { return context_; }
 
     /// Changes what the conversions depend on, so that derived forms are made anew.
-    void applyContext(const Context& context) noexcept
+    void applyContext(const Context& context)
     {
         const std::lock_guard guard(lock_);
         context_ = context;

@@ -7,6 +7,7 @@
 
 #include <foundation/network/iri/detail/TemplateIRI.hpp>
 
+#include <cstdint>
 #include <memory>
 #include <utility>
 
@@ -76,10 +77,11 @@ TemplateIRI<String>& TemplateIRI<String>::operator=(const TemplateIRI& other)
             clear();
         return *this; // one empty value is not assigned to another
     }
-    const bool refresh = hash_.isValid() && !other.hash_.isValid();
-    TemplateIRI(other).swap(*this);
-    if (refresh)
-        hashValue();
+    // A value whose hash is known stays one; it is computed first, so that a failure changes nothing.
+    TemplateIRI copy(other);
+    if (hash_.isValid() && !other.hash_.isValid())
+        copy.hash_.set(copy.generateHash());
+    copy.swap(*this);
     return *this;
 }
 
@@ -94,6 +96,7 @@ TemplateIRI<String>& TemplateIRI<String>::operator=(TemplateIRI&& other)
         return *this;
     }
     const bool refresh = hash_.isValid() && !other.hash_.isValid();
+    const std::uint64_t hash = refresh ? other.generateHash() : 0;
     text_ = std::move(other.text_);
     ranges_ = other.ranges_;
     flags_ = other.flags_;
@@ -102,14 +105,14 @@ TemplateIRI<String>& TemplateIRI<String>::operator=(TemplateIRI&& other)
     hasSourceText_.store(other.hasSourceText_.load());
     isMovedFrom_ = other.isMovedFrom_;
     hash_.assign(other.hash_);
+    if (refresh)
+        hash_.set(hash);
     delete onDemand_.exchange(other.onDemand_.exchange(nullptr));
 
     // The source keeps its flags, unlike that of the move constructor. Its texts are gone.
     other.text_.clear();
     other.ranges_ = ComponentRanges();
     other.isMovedFrom_ = true;
-    if (refresh)
-        hashValue();
     return *this;
 }
 

@@ -29,10 +29,9 @@ public:
     /// The text, or null if it was not made yet.
     const String* get() const noexcept { return text_.load(std::memory_order_acquire); }
 
-    /// Keeps @p text, unless another thread was first, and gives what is kept.
-    const String& publish(String text) const
+    /// Keeps @p made, unless another thread was first, and gives what is kept.
+    const String& publish(std::unique_ptr<const String> made) const noexcept
     {
-        auto made = std::make_unique<const String>(std::move(text));
         const String* first = nullptr;
         if (text_.compare_exchange_strong(first, made.get(), std::memory_order_acq_rel))
             return *made.release();

@@ -11,6 +11,7 @@
 #include <foundation/network/iri/detail/TemplateIRI.hpp>
 
 #include <cstddef>
+#include <memory>
 
 namespace foundation::network::iri::detail {
 
@@ -116,7 +117,9 @@ const String& TemplateIRI<String>::toNativeStringFromParts(const Encoding& encod
     const PublishedText<String>& plain = nativeStrings[nativeStringIndex(encoding, false)];
     if (!isStrict(encoding)) {
         const String* made = plain.get();
-        return made != nullptr ? *made : plain.publish(buildText(encoding, false));
+        if (made != nullptr)
+            return *made;
+        return plain.publish(std::make_unique<const String>(buildText(encoding, false)));
     }
     const PublishedText<String>& strict = nativeStrings[nativeStringIndex(encoding, true)];
     if (const String* made = strict.get())
@@ -124,10 +127,10 @@ const String& TemplateIRI<String>::toNativeStringFromParts(const Encoding& encod
     // A first strict read fixes what later plain reads of the form show, too: the authority in
     // their text is the repaired one from now on. That is meant. A parsed value shows its own text
     // there.
-    String strictText = buildText(encoding, true);
+    auto strictText = std::make_unique<const String>(buildText(encoding, true));
     const bool plainIsRead = formRead(encoding) != Form::Iri || !hasSourceText_.load();
     if (plainIsRead && plain.get() == nullptr)
-        plain.publish(buildText(encoding, false));
+        plain.publish(std::make_unique<const String>(buildText(encoding, false)));
     return strict.publish(std::move(strictText));
 }
 

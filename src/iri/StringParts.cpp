@@ -77,7 +77,7 @@ void CellPlace<Coder>::engage(std::u32string_view text, const Context&... contex
     auto cell = std::make_unique<Cell>(std::u32string(text), Form::Iri, context...);
     Cell* expected = nullptr;
     if (cell_.compare_exchange_strong(expected, cell.get(), std::memory_order_acq_rel))
-        cell.release();
+        static_cast<void>(cell.release()); // owned by the place now
 }
 
 namespace {
@@ -104,7 +104,7 @@ namespace {
 
     // Changes what a stored path knows of its neighbours.
     template <class Change>
-    void changeContext(CellPlace<PathCoder>& path, Change change) noexcept
+    void changeContext(CellPlace<PathCoder>& path, Change change)
     {
         auto* cell = path.get();
         if (cell == nullptr)
@@ -193,7 +193,7 @@ void StringParts<String>::reset() noexcept
 }
 
 template <class String>
-void StringParts<String>::setSchemePresent(bool present) noexcept
+void StringParts<String>::setSchemePresent(bool present)
 {
     changeContext(path_, [present](PathContext& context) { context.schemePresent = present; });
 }

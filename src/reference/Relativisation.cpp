@@ -206,7 +206,7 @@ private:
     {
         const String from = reference::removeRelativePathSegments(base_.pathText(encoding),
                                                                   base_.hasAbsolutePath());
-        const String to =
+        String to =
             reference::removeRelativePathSegments(iri_.pathText(encoding), iri_.hasAbsolutePath());
         if (from == to)
             return {};

@@ -3,6 +3,10 @@
 /// @file
 /// The mark that makes a class or function part of the library's binary interface.
 
+#if defined(__cplusplus) && __cplusplus < 202002L && !(defined(_MSVC_LANG) && _MSVC_LANG >= 202002L)
+#    error "libzkflnetwork needs C++20: compile with -std=c++20"
+#endif
+
 // A macro, because the language has no word for it. The build defines ZKFLNETWORK_EXPORTS while the
 // library itself is compiled; on Windows the same mark then exports instead of importing. Where
 // templates are concerned, Windows wants the mark on the explicit instantiation's definition and

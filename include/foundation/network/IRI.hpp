@@ -16,47 +16,54 @@ class IRIArgs;
 
 /// An internationalised resource identifier, or a reference to one (RFC 3987).
 ///
-/// A value is made from a text, which it keeps as it came: no case is folded, no escape undone, no
-/// default port left out. It answers which components it has, and each of them, and the whole, in
-/// each form that `iri::Encoding` names. An absent component and an empty one are different things:
-/// "a?" has a query, "a" has none.
+/// A value is parsed from a text, which it keeps as it came (no case is folded, no escape undone,
+/// no default port left out), or built: from an `IRIArgs`, or by `resolveAgainst` and
+/// `makeRelativeTo`. It answers which components it has, and each of them in each form that
+/// `iri::Encoding` names, and the whole in all of them but the decoded one. An absent component and
+/// an empty one are different things: "a?" has a query, "a" has none.
 ///
-/// A text is refused if RFC 3987, 2.2 (`IRI-reference`) does not allow it, with these departures:
+/// Failures are exceptions; `catch (const std::exception&)` takes all of them. Most are of the family
+/// in `foundation/core/except/Exception.hpp`, which says which are not.
+///
+/// A text is refused if RFC 3987, 2.2 (`IRI-reference`) does not allow it, with these departures
+/// (`docs/departures.md` has examples):
 /// @departure A scheme may hold letters and digits of any script.
 /// @departure A "%" that begins no escape may stand in a path, a query or a fragment.
 /// @departure U+E0000 to U+E0FFF may stand in a query.
-/// @departure The digits of an escape and of an IPv6 address may be full-width.
+/// @departure The hexadecimal digits of an escape and of an IP literal may be full-width.
 /// @departure A port is a number from 0 to 65535; it may not be empty.
-/// @departure The "v" of an address of a future version is lower case; non-ASCII text may follow
-/// it.
+/// @departure The "v" of an address of a future version is lower case; its address may be any text.
+/// @departure The directional formatting characters of RFC 3987, 4.1 may stand in a text.
 ///
 /// Text goes in and comes out as UTF-16 (`std::u16string`) or, in the members with the suffix
 /// `Utf8`, as UTF-8 (`std::string`).
 ///
 /// A value does not change but by assignment and `swap`. Any number of threads may call const
-/// members of one value; assignment and `swap` may not run beside anything else on that value. A
-/// value that was moved from may only be assigned to or destroyed, unless it was moved from by
-/// construction, which leaves the empty value.
+/// members of one value; assignment and `swap` may not run beside anything else on that value. The
+/// move constructor leaves the empty value behind. After a move assignment only assign to the source
+/// or destroy it.
 ///
 /// A component in another form than that of the text, a whole text in such a form, and the hash are
 /// made when they are first asked for, and kept as long as the value.
 class ZKFLNETWORK_API IRI : private iri::detail::TemplateIRI<std::u32string> {
 public:
-    using Encoding = iri::Encoding;
+    using Encoding = iri::Encoding; ///< for short
 
-    /// The empty value, which has no component at all.
+    /// The empty value, which has no component at all, not even an empty path. It equals the value
+    /// of the empty text, which has one.
     IRI() noexcept;
 
     /// @{
     /// The value of a text. The empty text gives an empty value, with an empty path.
     ///
-    /// @throws core::except::AnonymousInternalException<std::logic_error> "IRI parsing failed", if
-    ///         the text is no IRI reference
+    /// @throws foundation::core::except::AnonymousInternalException<std::logic_error> "IRI parsing
+    ///         failed", if the text is no IRI reference
     /// @throws core::except::AnonymousInternalException<std::exception> "Invalid UTF-8 sequence
     ///         encountered while trying to encode UTF-32 character", if @p utf8 is not valid
     /// @throws std::out_of_range (as `boost::wrapexcept`) "Misplaced UTF-16 surrogate U+0xd800
-    ///         encountered while trying to encode UTF-32 sequence", with the unit at fault, if
-    ///         @p utf16 is not valid
+    ///         encountered while trying to encode UTF-32 sequence", if @p utf16 is not valid. It
+    ///         names the unit at which that was seen: behind a high surrogate that stands alone it
+    ///         is the next unit, or 0 at the end.
     /// @complexity Linear in the length of the text; one allocation.
     /// @rfc{3987,2.2}
     explicit IRI(const std::u16string& utf16);
@@ -85,15 +92,18 @@ public:
     /// Assigns a copy; if that fails for want of memory, nothing has changed.
     ///
     /// If the hash of this value was computed, and that of the other was not, it is computed here.
-    /// The empty value, once assigned, goes on answering the hash that this value had.
+    /// The empty value, once assigned, goes on answering the hash that was computed on this object.
+    /// @throws what `hashValue` throws; nothing has changed then
     IRI& operator=(const IRI& other);
 
     /// Takes the other's text over. The other still answers its old predicates, but its texts are
     /// gone. Of the hash, the same holds as in the assignment of a copy.
+    /// @throws what `hashValue` throws; nothing has changed then
     IRI& operator=(IRI&& other); // NOLINT(performance-noexcept-move-constructor): may hash
 
     ~IRI() override;
 
+    /// Exchanges two values.
     void swap(IRI& other) noexcept;
 
     /// Whether the text is empty, or there is none.
@@ -135,8 +145,7 @@ public:
     /// What stands between the scheme and the fragment, with the "//" and the "?". For the strict
     /// forms the parts are repaired as in `toString`.
     /// @throws core::except::AnonymousInternalException<std::runtime_error> "Item not set: Path",
-    /// if
-    ///         the value is empty and was made from no text
+    ///         for `IRI()` and for a value that was emptied or moved from
     std::u16string getSchemeSpecificPart(const Encoding& encoding = Encoding::Iri) const;
     std::string getSchemeSpecificPartUtf8(const Encoding& encoding = Encoding::Iri) const;
     /// @}
@@ -153,13 +162,19 @@ public:
 
     /// @{
     /// The user information without its "@". It is not repaired in the strict forms.
+    ///
+    /// What is said of failures and cost here holds for all readers of components.
+    ///
     /// @throws core::except::AnonymousInternalException<std::runtime_error> "Item not set:
-    /// UserInfo"
+    ///         UserInfo", if there is none
     /// @throws core::except::AnonymousInternalException<std::exception> the message for invalid
-    ///         UTF-8, for `Encoding::Decoded`, if an escape stands for a byte sequence that looks
-    ///         like UTF-8 but denotes no character ("%C0%80"); this holds for all readers
-    /// @complexity In another form than `Iri` and `IriStrict`: the first call converts, later ones
-    ///             copy what was kept.
+    ///         UTF-8, if the text must be decoded and its escapes stand for a byte sequence that
+    ///         looks like UTF-8 but denotes no character, such as "%C0%80"
+    /// @throws std::out_of_range (as `boost::wrapexcept`) "Invalid UTF-32 code point U+0xd800
+    ///         encountered while trying to encode UTF-16 sequence", if a built value was given such
+    ///         a code point
+    /// @complexity In another form than that in which the component is stored, which is `Iri` for a
+    ///             parsed value, the first call converts and later ones copy what was kept.
     std::u16string getUserInfo(const Encoding& encoding = Encoding::Iri) const;
     std::string getUserInfoUtf8(const Encoding& encoding = Encoding::Iri) const;
     /// @}
@@ -188,8 +203,7 @@ public:
     /// The path, which may be empty. For the strict forms, each "%" that begins no escape, "[" and
     /// "]" are escaped.
     /// @throws core::except::AnonymousInternalException<std::runtime_error> "Item not set: Path",
-    /// if
-    ///         the value is empty and was made from no text
+    ///         for `IRI()` and for a value that was emptied or moved from
     /// @rfc{3986,3.3}
     std::u16string getPath(const Encoding& encoding = Encoding::Iri) const;
     std::string getPathUtf8(const Encoding& encoding = Encoding::Iri) const;
@@ -206,30 +220,34 @@ public:
     /// @{
     /// The fragment without its "#". For the strict forms it is repaired as the path.
     /// @throws core::except::AnonymousInternalException<std::runtime_error> "Item not set:
-    /// Fragment"
+    ///         Fragment"
     /// @rfc{3986,3.5}
     std::u16string getFragment(const Encoding& encoding = Encoding::Iri) const;
     std::string getFragmentUtf8(const Encoding& encoding = Encoding::Iri) const;
     /// @}
 
     /// @{
-    /// The whole IRI. For a value that was made from a text that is this text, unchanged.
+    /// The whole IRI. A parsed value gives its text, unchanged.
     ///
     /// @param strict  whether to repair what RFC 3987 does not allow: each "%" that begins no
-    /// escape
-    ///                is escaped, and so are "[" and "]" behind the authority
-    /// @complexity Linear; a strict text is built by the first call and kept.
+    ///                escape is escaped, and so are "[" and "]" behind the authority. A strict text
+    ///                that is read from a built value before the first plain one of the same kind
+    ///                leaves the authority repaired in that one, too.
+    /// @throws what the readers throw, but a missing component is a plain `std::runtime_error` from
+    ///         the UTF-16 members
+    /// @complexity Linear. But for the text of a parsed value, it is built by the first call and
+    ///             kept.
     std::u16string toString(bool strict = false) const;
     std::string toStringUtf8(bool strict = false) const;
     /// @}
 
     /// @{
-    /// The whole IRI with all characters outside ASCII percent-encoded from UTF-8, so that it is a
-    /// URI (RFC 3987, 3.1), but for a scheme that is not ASCII. Hosts are not converted to
-    /// Punycode.
+    /// The whole IRI with all characters outside ASCII percent-encoded from UTF-8 (RFC 3987, 3.1),
+    /// but for those of the scheme. It is a URI if the IRI departs nowhere from RFC 3987. Hosts are
+    /// not converted to Punycode.
     ///
-    /// @param strict  as in `toString`. Once a strict text was read, the authority is repaired in
-    ///                later plain ones too.
+    /// @param strict  as in `toString`. What is said there of built values, holds for all here.
+    /// @throws as `toString`
     /// @complexity Linear; the text is built by the first call and kept.
     std::u16string toAsciiString(bool strict = false) const;
     std::string toAsciiStringUtf8(bool strict = false) const;
@@ -239,13 +257,12 @@ public:
     /// relative if neither has a scheme.
     ///
     /// @departure Paths are merged as plain text: an escaped slash or dot becomes a real one.
-    /// @departure Dot segments stay where the RFC's test for them finds none: in a path that ends
-    /// in
-    ///            "/./", and in a reference against a base with an authority and no path.
+    /// @departure Dot segments stay in a path that ends in "/./" and has no others, and in a
+    ///            reference against a base with an authority and no path.
     /// @departure A path with an empty segment in it adds nothing, where dot segments are removed.
-    /// @departure An empty reference gives the base, which as a text still shows its fragment, if
-    /// it
-    ///            was made from one.
+    /// @departure An empty reference gives a copy of the base without its fragment, but with the
+    ///            texts that the base was made from or has made so far, which show it: such a text
+    ///            is what `toString`, `==` and the hash then go by.
     /// @throws what the readers throw, if a path cannot be decoded
     /// @complexity Linear in the length of both.
     /// @rfc{3986,5.2}
@@ -268,28 +285,37 @@ public:
     /// Puts the components into @p args, as plain text. Path, query and fragment are overwritten,
     /// or cleared; a scheme or an authority that @p args holds already stays, if this IRI has none.
     ///
+    /// @departure What is built from the result need not be this IRI: an escaped delimiter becomes
+    ///            a real one, an IP literal loses its brackets, a port its leading zeros.
     /// @throws what the readers throw, if a component cannot be decoded; nothing has changed then
     void toArgs(IRIArgs& args) const;
 
     /// Whether two values are the same, by the exact text of their components: "X://a" and "x://a"
     /// are not, nor are "x://a/%41" and "x://a/A". All empty values are the same.
     ///
-    /// Values that were made from texts are compared by them; so is one that was not with one that
-    /// was. Two that were not, which are those of `IRIArgs`, `resolveAgainst` and `makeRelativeTo`,
-    /// are compared by their components, in the form in which the left one stores them.
+    /// If at least one was parsed, their whole texts are compared. Two built values are compared by
+    /// their components, in the form in which the left one stores them, and their ports as numbers.
     ///
     /// @throws what the readers throw, if a component cannot be converted
-    /// @complexity Linear on the first call for a value, whose hash it computes.
+    /// @complexity Linear; constant for different parsed values once their hashes are known.
     bool operator==(const IRI& other) const;
+
+    /// The opposite of `==`, but for two built values of which one is empty and the other shows
+    /// nothing: then both hold.
     bool operator!=(const IRI& other) const;
 
-    /// The order of the texts by code point; an empty value comes first. Two values that were not
-    /// made from texts are ordered by their decoded texts. So this is a strict weak order over
-    /// values that were all made from texts, or all not, but not over a mixture.
+    /// The order of the texts by code point; an empty value comes first. Two built values are
+    /// ordered by their decoded texts. So this is a strict weak order over parsed values, and over
+    /// built ones, but not over a mixture, which therefore belongs into no `std::set`.
+    ///
+    /// @throws what the readers throw, if a component cannot be converted
     bool operator<(const IRI& other) const;
 
     /// 64-bit FNV-1a over the code points of the text, four bytes each with the low byte first: the
-    /// same on every machine. 0 for an empty value.
+    /// same on every machine. 0 for an empty value, unless it was emptied after the hash of what it
+    /// held had been computed on it: then still that hash.
+    ///
+    /// @throws what the readers throw, if a component cannot be converted
     /// @complexity Linear on the first call, then constant.
     std::uint64_t hashValue() const;
 
@@ -311,11 +337,16 @@ ZKFLNETWORK_API std::ostream& operator<<(std::ostream& stream, const IRI& iri);
 
 } // namespace foundation::network
 
-/// Equal values have equal hashes if one of them was made from a text. Two that were not may be
-/// equal and differ in their hashes, if one stores a component in a form that its own text does not
-/// show, such as a decoded path whose escapes are lost; keep such values in a map by their texts.
+/// Equal values have equal hashes if one of them was parsed, but for an empty value that answers a
+/// hash from before it was emptied.
+///
+/// Two built values may be equal and differ in their hashes wherever their texts differ: in the
+/// zeros of a port, in an authority that a strict read has repaired, in a text that an empty
+/// reference took from its base, in what a conversion loses. Keep such values in a map by the texts
+/// that they show.
 template <>
 struct std::hash<foundation::network::IRI> {
+    /// `hashValue`, as far as it fits.
     std::size_t operator()(const foundation::network::IRI& iri) const
     {
         return static_cast<std::size_t>(iri.hashValue());

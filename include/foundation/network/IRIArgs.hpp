@@ -70,20 +70,19 @@ public:
     /// Sets the port to the number that a text gives: ASCII digits of a value up to 65535, with any
     /// number of leading zeros, which are lost.
     ///
-    /// @throws core::except::AnonymousInternalException<std::logic_error> "Port must be numeric".
-    /// The
-    ///         port is still present or absent as before, and its number too, unless digits stood
-    ///         in front of something else: "80x" fails and leaves 80.
+    /// @throws core::except::AnonymousInternalException<std::logic_error> "Port must be
+    ///         numeric". The port is still present or absent as before, and its number too, unless
+    ///         digits stood in front of something else: "80x" fails and leaves 80.
     /// @throws what `IRI(const std::string&)` and `IRI(const std::u16string&)` throw, if the text
-    /// is
-    ///         not valid in its encoding
+    ///         is not valid in its encoding
     IRIArgs& setPort(const std::string& utf8);
     IRIArgs& setPort(const std::u16string& utf16);
     IRIArgs& setPort(std::initializer_list<char> utf8);
     /// @}
 
     /// @{
-    /// Makes a component absent.
+    /// Makes a component absent. `clearQuery` does not make the query forget that it was put
+    /// together from pairs; see `setQuery`.
     IRIArgs& clearScheme();
     IRIArgs& clearUserInfo();
     IRIArgs& clearPort();
@@ -92,15 +91,17 @@ public:
     IRIArgs& clearFragment();
     /// @}
 
-    /// Makes the host absent, and the port too, which needs one.
+    /// Makes the host absent, and the port too, which needs one. User information needs one as well,
+    /// but stays.
     IRIArgs& clearHost();
 
     /// @{
     /// Appends "key=value" to the query, in the style of application/x-www-form-urlencoded.
     ///
-    /// The separator in use, "=" and "+" are escaped, a space is written "+". Everything else
-    /// stays,
-    /// "%" and the other separator among it: escapes that are there already are kept.
+    /// The separator in use, "=" and "+" are escaped, a space is written "+". Everything else stays,
+    /// "%" and the other separator among it. Escapes that are there already are kept in the IRI, if
+    /// @p formEncoded is true or something in a pair had to be escaped; otherwise their "%" is
+    /// escaped when the IRI is built.
     ///
     /// @param key    UTF-8 or UTF-16; not empty
     /// @param value  likewise; may be empty
@@ -110,7 +111,8 @@ public:
     /// @throws core::except::AnonymousInternalException<std::logic_error> "Key must not be empty";
     ///         nothing has changed then
     /// @throws what `IRI(const std::string&)` and `IRI(const std::u16string&)` throw, if a text is
-    ///         not valid in its encoding; a separator may have been appended by then
+    ///         not valid in its encoding; a separator may have been appended by then, and the query
+    ///         may count as one that carries its own escapes
     IRIArgs& appendQueryKeyValuePair(const std::string& key, const std::string& value,
                                      bool formEncoded, bool semicolonSeparator);
     IRIArgs& appendQueryKeyValuePair(const std::u16string& key, const std::u16string& value,

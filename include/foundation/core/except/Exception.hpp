@@ -12,10 +12,15 @@
 /// How the library fails.
 ///
 /// A failure of input or of the system is thrown as `AnonymousInternalException<E>`, where `E` is
-/// the standard exception that fits. A handler may name it as that type, as `IInternalException`,
-/// `IException` or `boost::exception`, as `E` or any base of `E`. Objects of these types are
-/// copied, kept in a `boost::exception_ptr` and thrown again with their complete type; each owns
-/// its text, so that it may pass from thread to thread.
+/// the standard exception that fits. Not of this family are `std::out_of_range` (as
+/// `boost::wrapexcept`), for bad UTF-16 and for code points that cannot be written; the plain
+/// `std::runtime_error` of a missing component in `IRI::toString` and `IRI::toAsciiString`; and what
+/// the containers throw for want of memory.
+///
+/// A handler may name a member of the family as that type, as `IInternalException`, `IException` or
+/// `boost::exception`, as `E` or any base of `E`. It can be copied, kept in a `boost::exception_ptr`
+/// and thrown again with its complete type; each owns its text, and `clone` copies what Boost has
+/// attached, so that it may pass from thread to thread.
 namespace foundation::core::except {
 
 /// The root of the family: an exception that can copy and throw itself.

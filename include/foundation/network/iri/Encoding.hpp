@@ -10,7 +10,9 @@ namespace foundation::network::iri {
 /// ASCII form and are not strict.
 enum class Encoding : std::uint32_t {
     /// Plain text: percent escapes are undone and nothing is escaped. Made to be shown or matched,
-    /// not to be parsed again: a "/" may stand for a delimiter or for "%2F".
+    /// not to be parsed again: a "/" may stand for a delimiter or for "%2F". Escaped bytes that are
+    /// no UTF-8 become the characters of those numbers ("%E9" is U+00E9), and where that happens
+    /// the escapes that are left are undone once more.
     Decoded = 0,
     /// What the text of an IRI may show (RFC 3987, 2.2): characters outside ASCII stay themselves.
     Iri = 1,

@@ -31,7 +31,8 @@ public:
     /// An empty text makes the component present and empty.
     ///
     /// @throws core::except::AnonymousInternalException<std::exception> with the transcoder's
-    ///         message, if the text is not valid in its encoding; nothing has changed then
+    ///         message, if UTF-8 or UTF-16 is not valid; nothing has changed then. UTF-32 is taken
+    ///         as it is; what is no code point fails when the component is read.
     void setScheme(String text);
     void setScheme(const std::string& utf8);
     void setScheme(const std::u16string& utf16);
@@ -65,10 +66,9 @@ public:
     /// Sets the port to the number that a text gives: ASCII digits of a value up to 65535, with any
     /// number of leading zeros.
     ///
-    /// @throws core::except::AnonymousInternalException<std::logic_error> "Port must be numeric".
-    /// The
-    ///         port is still present or absent as before, and its number too, unless digits stood
-    ///         in front of something else: "80x" fails and leaves 80.
+    /// @throws core::except::AnonymousInternalException<std::logic_error> "Port must be
+    ///         numeric". The port is still present or absent as before, and its number too, unless
+    ///         digits stood in front of something else: "80x" fails and leaves 80.
     /// @throws what the transcoders throw, if the text is not valid in its encoding
     void setPort(const String& text);
     void setPort(const std::string& utf8);

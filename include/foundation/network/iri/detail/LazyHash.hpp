@@ -41,6 +41,13 @@ public:
         state_.store(isKnown ? VALID : UNKNOWN, std::memory_order_release);
     }
 
+    /// Takes a hash that was computed elsewhere.
+    void set(std::uint64_t hash) noexcept
+    {
+        hash_.store(hash, std::memory_order_relaxed);
+        state_.store(VALID, std::memory_order_release);
+    }
+
     void swap(LazyHash& other) noexcept
     {
         LazyHash mine;

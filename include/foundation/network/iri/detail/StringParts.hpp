@@ -106,7 +106,7 @@ namespace detail {
 
         /// Tells the path, if there is one, whether a scheme stands before it. What was derived
         /// from the path's stored form is made anew when it is next read.
-        void setSchemePresent(bool present) noexcept;
+        void setSchemePresent(bool present);
 
         /// @{
         /// The text of one component in the form that @p encoding names: `Iri` and `IriStrict` read
@@ -149,7 +149,8 @@ namespace detail {
         void setFragment(String text, const Encoding& encoding);
         /// @}
 
-        /// Whether all components are present on both sides or on neither, with the same texts in
+        /// Whether both are empty, or all components are present on both sides or on neither, with
+        /// the same texts in
         /// the form in which the left side stores them.
         /// @throws what the transcoders throw, if the right side cannot be converted to that form
         bool operator==(const StringParts& other) const;

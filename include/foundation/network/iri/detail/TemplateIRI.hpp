@@ -82,7 +82,7 @@ public:
     /// The value of a text (RFC 3987, 2.2: `IRI-reference`).
     /// @throws AnonymousInternalException<std::logic_error> "IRI parsing failed"
     /// @throws what the transcoders throw for a text that is not valid in its encoding
-    explicit TemplateIRI(const String& text);
+    explicit TemplateIRI(const String& text); // NOLINT(modernize-pass-by-value): like its kin
     explicit TemplateIRI(const std::u16string& text);
     explicit TemplateIRI(const std::string& text);
     /// @}
