@@ -105,10 +105,11 @@ TEST(IRIArgsLifeCycle, selfAssignmentChangesNothing)
     IRIArgs& same = args;
     args = same;
     expectFull(args);
-    args = std::move(same);
+    args = std::move(same); // NOLINT(bugprone-use-after-move): which leaves everything as it was
     expectFull(args);
     Base& base = args;
-    base = static_cast<const Base&>(same);
+    const Base& sameBase = args;
+    base = sameBase;
     expectFull(args);
 }
 

@@ -10,9 +10,9 @@ namespace foundation::network::tests {
 std::size_t caseCount(std::size_t usual)
 {
     const char* const factor =
-        std::getenv("ZKFLNETWORK_TEST_CASES"); // NOLINT(concurrency-mt-unsafe)
-    const unsigned long times = factor == nullptr ? 1 : std::strtoul(factor, nullptr, 10);
-    return usual * (times == 0 ? 1 : times);
+        std::getenv("ZKFLNETWORK_TEST_FACTOR"); // NOLINT(concurrency-mt-unsafe)
+    const double times = factor == nullptr ? 1.0 : std::strtod(factor, nullptr);
+    return static_cast<std::size_t>(static_cast<double>(usual) * times);
 }
 
 Text BagGenerator::piece(bool charactersOnly)

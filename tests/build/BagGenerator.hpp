@@ -10,8 +10,8 @@
 
 namespace foundation::network::tests {
 
-/// How many cases to generate where @p usual ones are usual: so many times more as the environment
-/// variable ZKFLNETWORK_TEST_CASES says.
+/// How many cases to generate where @p usual ones are usual: so many times as many as the
+/// environment variable ZKFLNETWORK_TEST_FACTOR says.
 std::size_t caseCount(std::size_t usual);
 
 /// Makes what bags are filled with; the same for the same seed.

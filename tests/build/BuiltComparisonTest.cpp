@@ -77,9 +77,10 @@ namespace {
 TEST(BuiltEquality, goesByTheComponents)
 {
     constexpr const char* texts[] = {
-        "",     "?",     "#",     "?#",   "a",     "A",        "a?",  "a#",  "x:",   "X:",
-        "y:",   "x:a",   "x:?",   "/a",   "//",    "//@",      "//h", "//H", "//h/", "//u@h",
-        "//@h", "//h:1", "//h:2", "//h?", "x://h", "x://h:80", "a?q", "a?Q", "a#f",  "a?q#f",
+        "",     "?",     "#",        "?#",    "a",    "A",     "a?",    "a#",
+        "x:",   "X:",    "y:",       "x:a",   "x:?",  "/a",    "//",    "//@",
+        "//h",  "//H",   "//h/",     "//u@h", "//@h", "//h:0", "//h:1", "//h:2",
+        "//h?", "x://h", "x://h:80", "a?q",   "a?Q",  "a#f",   "a?q#f",
     };
     for (const char* left : texts)
         for (const char* right : texts) {
@@ -113,8 +114,8 @@ TEST(BuiltEquality, ofAnyValueAndTheOneParsedFromItsText)
     std::vector<IRI> values;
     for (const char* text : {"s://u@h:8/p?q#f", "a%3Ab", "%2541?%26#%41", "//a%20b", "?é", "x:"})
         values.push_back(built(text));
-    values.push_back(IRI(IRIArgs().appendQueryKeyValuePair("é ", "&", true, false)));
-    values.push_back(IRI(IRIArgs().appendQueryKeyValuePair("é ", "&", false, false)));
+    values.emplace_back(IRIArgs().appendQueryKeyValuePair("é ", "&", true, false));
+    values.emplace_back(IRIArgs().appendQueryKeyValuePair("é ", "&", false, false));
     values.push_back(resolved("../%41?%41#%zz", "http://h/a/b/c"));
     for (const IRI& value : values) {
         SCOPED_TRACE(value.toStringUtf8());
@@ -133,7 +134,8 @@ TEST(BuiltEquality, withAParsedValueLooksAtSchemeAndPortFirst)
     const IRI port = parsed("//h:8");
     EXPECT_EQ(path.toStringUtf8(), port.toStringUtf8());
     EXPECT_EQ(path.hashValue(), port.hashValue());
-    expectDifferent(path, port); // only one has a port
+    expectDifferent(path, port);                            // only one has a port
+    expectDifferent(builtOfPath("//h:0"), parsed("//h:0")); // and a port of 0 is one
     expectDifferent(builtOfPath("//h"), built("//h"));
 }
 

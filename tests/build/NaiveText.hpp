@@ -93,13 +93,4 @@ inline std::u16string toUtf16(const Text& text)
     return result;
 }
 
-/// Whether a text can be written in UTF-8 and UTF-16 and read again.
-inline bool isText(const Text& text)
-{
-    for (const char32_t c : text)
-        if (c > 0x10FFFF || (c >= 0xD800 && c <= 0xDFFF))
-            return false;
-    return true;
-}
-
 } // namespace foundation::network::tests

@@ -3,6 +3,8 @@
 #include "except/Expected.hpp"
 #include "except/Handlers.hpp"
 
+#include <boost/exception/get_error_info.hpp>
+#include <boost/exception/info.hpp>
 #include <boost/exception_ptr.hpp>
 
 #include <gtest/gtest.h>
@@ -299,6 +301,21 @@ namespace {
         target = source;
         EXPECT_EQ(target.code().value(), ENOENT);
         EXPECT_STREQ(target.what(), source.what());
+    }
+
+    using Number = boost::error_info<struct NumberTag, int>;
+
+    // What Boost attaches is counted without a lock, so original and copy must not share it.
+    TEST(Exception, cloneHasItsOwnAttachedDetails)
+    {
+        const AnonymousInternalException<std::logic_error> original(std::logic_error("text"));
+        original << Number(1);
+        const std::unique_ptr<const clone_base> clone(original.clone());
+        original << Number(2);
+        EXPECT_EQ(*boost::get_error_info<Number>(original), 2);
+        EXPECT_EQ(*boost::get_error_info<Number>(
+                      dynamic_cast<const AnonymousInternalException<std::logic_error>&>(*clone)),
+                  1);
     }
 
 } // namespace

@@ -1,7 +1,7 @@
 // Holds the grammars against a second reading of the same productions, which shares no code with
 // them: on all short texts over small alphabets, on every code point, and on texts made at random.
 //
-// ZKFLNETWORK_TEST_CASES multiplies the number of random texts; below 1, for slow builds, it also
+// ZKFLNETWORK_TEST_FACTOR multiplies the number of random texts; below 1, for slow builds, it also
 // shortens the exhaustive runs by one character and visits fewer code points.
 // ZKFLNETWORK_TEST_SEED begins another series.
 
@@ -41,7 +41,7 @@ namespace {
 
     double caseFactor()
     {
-        const char* const factor = environment("ZKFLNETWORK_TEST_CASES");
+        const char* const factor = environment("ZKFLNETWORK_TEST_FACTOR");
         return factor ? std::strtod(factor, nullptr) : 1.0;
     }
 

@@ -76,6 +76,11 @@ class Failures(unittest.TestCase):
 
     def test_full_disk(self):
         self.expect_full("parse", "a")
+        self.expect_full("resolve", "--base=x:", "a")
+        self.expect_full("relativize", "--base=x:", "x:")
+        self.expect_full("build", "--path=a")
+        self.expect_full("edit", "--clear=path", "a")
+        self.expect_full("compare", "a", "a")
         self.expect_full("parse", "--json", "a")
         self.expect_full("parse", input=b"a\n" * 100000)
         self.expect_full("--help")
@@ -303,6 +308,36 @@ class ManyLines(unittest.TestCase):
                                  or "(empty)")
 
 
+class RoundTrips(unittest.TestCase):
+    def setUp(self):
+        self.input = b"\n".join(random_lines(20000)) + b"\n"
+
+    def rebuild(self, form):
+        """What parse gives, and what build makes of that."""
+        parsed = run("parse", "--json", "--form=" + form, input=self.input).stdout
+        rebuilt = run("build", "--json", input=parsed).stdout
+        pairs = list(zip(objects(parsed), objects(rebuilt), strict=True))
+        self.assertGreater(sum(before["valid"] for before, _ in pairs), 3000)
+        return pairs
+
+    def test_what_was_parsed_is_built_again(self):
+        for before, after in self.rebuild("iri"):
+            self.assertEqual(after, before)
+
+    def test_each_form_but_the_decoded_is_built_as_it_is(self):
+        for form in ["iri-strict", "ascii", "ascii-strict"]:
+            for before, after in self.rebuild(form):
+                self.assertEqual(after["valid"], before["valid"])
+                if before["valid"]:
+                    self.assertEqual(after, {**before, "iri": composed(before), "form": "iri"})
+
+    def test_deep_nesting_costs_no_stack(self):
+        depth = MEBIBYTE
+        nested = b'{"other":' + b"[" * depth + b"]" * depth + b',"path":"a"}\n'
+        done = run("build", "--json", input=nested)
+        self.assertEqual([record["path"] for record in objects(done.stdout)], ["a"])
+
+
 class Help(unittest.TestCase):
     def test_the_version_is_one_line(self):
         for option in ["--version", "-V"]:
@@ -314,9 +349,13 @@ class Help(unittest.TestCase):
         self.assertEqual(run().stderr, run("--help").stdout)
         self.assertEqual(run("help", "parse").stdout, run("parse", "--help").stdout)
 
-    def test_it_fits_a_terminal_and_names_all_options(self):
+    def test_it_fits_a_terminal(self):
+        for verb in ["parse", "resolve", "relativize", "build", "edit", "compare"]:
+            text = run(verb, "--help").stdout.decode("utf-8")
+            self.assertLessEqual(max(map(len, text.split("\n"))), 80)
+
+    def test_it_names_all_options(self):
         text = run("parse", "--help").stdout.decode("utf-8")
-        self.assertLessEqual(max(map(len, text.split("\n"))), 80)
         for option in ["--form=FORM", "--json", "--color=WHEN", "-h, --help"]:
             self.assertIn("\n  " + option, text)
 
