@@ -40,6 +40,22 @@ void CommandLine::addFlag(const std::string& name, bool& target, std::string hel
     optionHelps_.push_back({name, std::move(help)});
 }
 
+void CommandLine::addText(const std::string& name, const std::string& placeholder, std::string help,
+                          std::function<std::string(std::string)> take)
+{
+    optionHelps_.push_back({name + "=" + placeholder, std::move(help)});
+    textOptions_.push_back({name, std::move(take)});
+}
+
+void CommandLine::addText(const std::string& name, const std::string& placeholder, std::string help,
+                          std::optional<std::string>& target)
+{
+    addText(name, placeholder, std::move(help), [&target](std::string value) {
+        target = std::move(value);
+        return std::string();
+    });
+}
+
 void CommandLine::addChoiceByIndex(const std::string& name, const std::string& placeholder,
                                    std::vector<std::string> names, const std::string& help,
                                    std::function<void(std::size_t)> choose)
@@ -59,10 +75,28 @@ void CommandLine::addChoiceByIndex(const std::string& name, const std::string& p
 
 std::optional<ExitCode> CommandLine::read(const Arguments& arguments, Output& output)
 {
-    const auto mark = std::find(arguments.begin(), arguments.end(), "--");
+    // Options with any text are no options of the parser's either: it would not take an empty value
+    // behind "=", and it forgets in which order different options came.
+    Arguments others;
+    std::vector<std::pair<const TextOption*, std::string>> values;
+    auto word = arguments.begin();
+    for (; word != arguments.end() && *word != "--"; ++word) {
+        const std::size_t equals = word->find('=');
+        const TextOption* const option = findTextOption(std::string_view(*word).substr(0, equals));
+        if (option == nullptr) {
+            others.push_back(*word);
+        } else if (equals != std::string::npos) {
+            values.emplace_back(option, word->substr(equals + 1));
+        } else if (std::next(word) == arguments.end()) {
+            return refuse(option->name + ": the value is missing", output);
+        } else {
+            values.emplace_back(option, *++word);
+        }
+    }
+
     try {
         // The parser takes its arguments from the back.
-        app_->parse(Arguments(std::make_reverse_iterator(mark), arguments.rend()));
+        app_->parse(Arguments(others.rbegin(), others.rend()));
     } catch (const CLI::CallForHelp&) {
         output.text().append(helpText());
         output.endRecord();
@@ -78,13 +112,25 @@ std::optional<ExitCode> CommandLine::read(const Arguments& arguments, Output& ou
                           output);
         operands_.push_back({std::move(text), false});
     }
-    if (mark != arguments.end())
-        for (auto text = std::next(mark); text != arguments.end(); ++text)
-            operands_.push_back({*text, true});
+    if (word != arguments.end())
+        for (++word; word != arguments.end(); ++word)
+            operands_.push_back({*word, true});
+
+    for (auto& [option, value] : values)
+        if (const std::string problem = option->take(std::move(value)); !problem.empty())
+            return refuse(option->name + ": " + problem, output);
     return std::nullopt;
 }
 
-std::optional<ExitCode> CommandLine::refuse(std::string_view why, Output& output) const
+const CommandLine::TextOption* CommandLine::findTextOption(std::string_view name) const noexcept
+{
+    const auto found =
+        std::find_if(textOptions_.begin(), textOptions_.end(),
+                     [name](const TextOption& option) { return option.name == name; });
+    return found == textOptions_.end() ? nullptr : &*found;
+}
+
+ExitCode CommandLine::refuse(std::string_view why, Output& output) const
 {
     output.reportError(why);
     output.reportError("see: iri " + verb_ + " --help");

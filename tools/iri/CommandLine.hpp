@@ -45,6 +45,16 @@ public:
     /// Adds an option without a value, which sets @p target.
     void addFlag(const std::string& name, bool& target, std::string help);
 
+    /// Adds an option whose value is any text, the empty one too. It may stand there any number of
+    /// times: @p take gets the values of all such options in the order of the command line, and
+    /// answers what is wrong with one, or nothing.
+    void addText(const std::string& name, const std::string& placeholder, std::string help,
+                 std::function<std::string(std::string value)> take);
+
+    /// As above, for an option of which the last value counts.
+    void addText(const std::string& name, const std::string& placeholder, std::string help,
+                 std::optional<std::string>& target);
+
     /// Adds an option whose value is one of some names; if it stands there twice, the last counts.
     template <class Value>
     void addChoice(const std::string& name, const std::string& placeholder,
@@ -69,21 +79,31 @@ public:
     /// What is left beside the options, in order.
     const std::vector<Operand>& operands() const noexcept { return operands_; }
 
+    /// Says that the command line makes no sense.
+    /// @returns with what code to end
+    ExitCode refuse(std::string_view why, Output& output) const;
+
 private:
     struct OptionHelp {
         std::string option;
         std::string text;
     };
 
+    struct TextOption {
+        std::string name;
+        std::function<std::string(std::string)> take;
+    };
+
     void addChoiceByIndex(const std::string& name, const std::string& placeholder,
                           std::vector<std::string> names, const std::string& help,
                           std::function<void(std::size_t)> choose);
-    std::optional<ExitCode> refuse(std::string_view why, Output& output) const;
+    const TextOption* findTextOption(std::string_view name) const noexcept;
     std::string helpText() const;
 
     std::string verb_;
     Help help_;
     std::vector<OptionHelp> optionHelps_;
+    std::vector<TextOption> textOptions_;
     std::unique_ptr<CLI::App> app_;
     std::vector<Operand> operands_;
 };

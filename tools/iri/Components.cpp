@@ -6,9 +6,12 @@
 #include <utility>
 
 namespace tool {
+
+using foundation::network::IRI;
+using foundation::network::IRIArgs;
+
 namespace {
 
-    using foundation::network::IRI;
     using Utf8Reader = std::string (IRI::*)(const IRI::Encoding&) const;
 
     Component present(std::string text)
@@ -37,16 +40,39 @@ namespace {
         return components.authority.text.substr(0, components.authority.text.size() - behind);
     }
 
+    struct Setter {
+        void (*set)(IRIArgs& args, const std::string& text);
+        void (*clear)(IRIArgs& args);
+    };
+
+    // In the order of `Part`.
+    constexpr std::array<Setter, PART_COUNT> SETTERS{{
+        {[](IRIArgs& args, const std::string& text) { args.setScheme(text); },
+         [](IRIArgs& args) { args.clearScheme(); }},
+        {[](IRIArgs& args, const std::string& text) { args.setUserInfo(text); },
+         [](IRIArgs& args) { args.clearUserInfo(); }},
+        {[](IRIArgs& args, const std::string& text) { args.setHost(text); },
+         [](IRIArgs& args) { args.clearHost(); }},
+        {[](IRIArgs& args, const std::string& text) { args.setPort(text); },
+         [](IRIArgs& args) { args.clearPort(); }},
+        {[](IRIArgs& args, const std::string& text) { args.setPath(text); },
+         [](IRIArgs& args) { args.clearPath(); }},
+        {[](IRIArgs& args, const std::string& text) { args.setQuery(text); },
+         [](IRIArgs& args) { args.clearQuery(); }},
+        {[](IRIArgs& args, const std::string& text) { args.setFragment(text); },
+         [](IRIArgs& args) { args.clearFragment(); }},
+    }};
+
 } // namespace
 
 const std::array<PartName, PART_COUNT> PART_NAMES{{
-    {"scheme", "scheme", Ink::Scheme},
-    {"userInfo", "user info", Ink::UserInfo},
-    {"host", "host", Ink::Host},
-    {"port", "port", Ink::Port},
-    {"path", "path", Ink::Path},
-    {"query", "query", Ink::Query},
-    {"fragment", "fragment", Ink::Fragment},
+    {"scheme", "scheme", "scheme", Ink::Scheme},
+    {"userInfo", "user info", "user-info", Ink::UserInfo},
+    {"host", "host", "host", Ink::Host},
+    {"port", "port", "port", Ink::Port},
+    {"path", "path", "path", Ink::Path},
+    {"query", "query", "query", Ink::Query},
+    {"fragment", "fragment", "fragment", Ink::Fragment},
 }};
 
 Components readComponents(const IRI& iri, IRI::Encoding form)
@@ -70,6 +96,33 @@ Components readComponents(const IRI& iri, IRI::Encoding form)
     else
         parts[USER_INFO] = read(iri, iri.hasUserInfo(), &IRI::getUserInfoUtf8, form);
     return result;
+}
+
+std::optional<Part> findDifference(const Components& left, const Components& right)
+{
+    for (std::size_t part = 0; part < PART_COUNT; ++part)
+        if (left.parts[part].state != right.parts[part].state
+            || left.parts[part].text != right.parts[part].text)
+            return static_cast<Part>(part);
+    return std::nullopt;
+}
+
+std::optional<Part> findPart(std::string_view name) noexcept
+{
+    for (std::size_t part = 0; part < PART_COUNT; ++part)
+        if (PART_NAMES[part].field == name || PART_NAMES[part].word == name)
+            return static_cast<Part>(part);
+    return std::nullopt;
+}
+
+void setPart(IRIArgs& args, Part part, const std::string& text)
+{
+    SETTERS.at(part).set(args, text);
+}
+
+void clearPart(IRIArgs& args, Part part)
+{
+    SETTERS.at(part).clear(args);
 }
 
 } // namespace tool

@@ -1,11 +1,13 @@
 #pragma once
 
 #include <foundation/network/IRI.hpp>
+#include <foundation/network/IRIArgs.hpp>
 
 #include "Colors.hpp"
 
 #include <array>
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -36,6 +38,7 @@ struct Components {
 struct PartName {
     std::string_view field; ///< for programs: the member of a JSON object
     std::string_view label; ///< for people
+    std::string_view word;  ///< for command lines
     Ink ink;
 };
 
@@ -45,5 +48,19 @@ extern const std::array<PartName, PART_COUNT> PART_NAMES;
 /// authority, so that the parts always make up the whole.
 Components readComponents(const foundation::network::IRI& iri,
                           foundation::network::IRI::Encoding form);
+
+/// The first component in which two IRIs differ, in the order of the text; nothing, if they have
+/// the same.
+std::optional<Part> findDifference(const Components& left, const Components& right);
+
+/// The component of that name in JSON or in the name of an option ("user-info").
+std::optional<Part> findPart(std::string_view name) noexcept;
+
+/// Sets a component, as plain text.
+/// @throws what the setters of `IRIArgs` throw
+void setPart(foundation::network::IRIArgs& args, Part part, const std::string& text);
+
+/// Makes a component absent.
+void clearPart(foundation::network::IRIArgs& args, Part part);
 
 } // namespace tool

@@ -2,17 +2,93 @@
 
 #include "Text.hpp"
 
+#include <algorithm>
 #include <cstddef>
+#include <utility>
 
 // Texts may be longer than the 32 bits that RapidJSON gives them by default.
 #define RAPIDJSON_NO_SIZETYPEDEFINE
 namespace rapidjson {
 using SizeType = std::size_t;
 }
+#include <rapidjson/memorystream.h>
+#include <rapidjson/reader.h>
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
 
 namespace tool {
+namespace {
+
+    /// Collects the members of one object, and passes over what is nested in it.
+    class ObjectHandler : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, ObjectHandler> {
+    public:
+        explicit ObjectHandler(JsonObject& result)
+            : result_(result)
+        {
+        }
+
+        // The names are RapidJSON's.
+        bool Null() { return take(nullptr); }
+        bool Bool(bool value) { return take(value); }
+        bool RawNumber(const char* /*text*/, std::size_t /*size*/, bool /*copy*/)
+        {
+            return take(OtherJson());
+        }
+        bool String(const char* text, std::size_t size, bool /*copy*/)
+        {
+            return take(std::string(text, size));
+        }
+        bool Key(const char* text, std::size_t size, bool /*copy*/)
+        {
+            if (depth_ == 1)
+                name_.assign(text, size);
+            return true;
+        }
+        bool StartObject()
+        {
+            ++depth_;
+            return depth_ == 1 || depth_ > 2 || store(OtherJson());
+        }
+        bool EndObject(std::size_t /*count*/) { return end(); }
+        bool StartArray()
+        {
+            ++depth_;
+            return depth_ > 2 || (depth_ == 2 && store(OtherJson()));
+        }
+        bool EndArray(std::size_t /*count*/) { return end(); }
+
+    private:
+        bool take(JsonValue value)
+        {
+            return depth_ > 1 || (depth_ == 1 && store(std::move(value)));
+        }
+
+        bool store(JsonValue value)
+        {
+            result_.insert_or_assign(name_, std::move(value));
+            return true;
+        }
+
+        bool end()
+        {
+            --depth_;
+            return true;
+        }
+
+        JsonObject& result_;
+        std::string name_;
+        std::size_t depth_ = 0;
+    };
+
+    /// Whether an escape stood for half a surrogate pair, which RapidJSON lets pass.
+    bool isText(const JsonObject::value_type& member)
+    {
+        const auto* const value = std::get_if<std::string>(&member.second);
+        return text::findInvalidUtf8(member.first) == std::string_view::npos
+               && (value == nullptr || text::findInvalidUtf8(*value) == std::string_view::npos);
+    }
+
+} // namespace
 
 struct JsonLines::Writer {
     rapidjson::StringBuffer buffer;
@@ -64,6 +140,31 @@ void JsonLines::end(std::string& result)
     writer_->json.EndObject();
     text::appendPrintableJson(result, {writer_->buffer.GetString(), writer_->buffer.GetSize()});
     result.push_back('\n');
+}
+
+std::string readJsonObject(std::string_view text, JsonObject& result)
+{
+    result.clear();
+    const std::size_t invalid = text::findInvalidUtf8(text);
+    if (invalid != std::string_view::npos)
+        return "not valid UTF-8 at byte " + std::to_string(invalid + 1);
+
+    // RapidJSON takes a NUL for the end of the text.
+    const std::size_t length = std::min(text.find('\0'), text.size());
+    rapidjson::MemoryStream stream(text.data(), length);
+    rapidjson::Reader reader;
+    ObjectHandler handler(result);
+    // Iterative: the depth of what is nested is for others to choose.
+    constexpr unsigned FLAGS =
+        rapidjson::kParseIterativeFlag | rapidjson::kParseNumbersAsStringsFlag;
+    const rapidjson::ParseResult end = reader.Parse<FLAGS>(stream, handler);
+    if (end.Code() == rapidjson::kParseErrorTermination)
+        return "not a JSON object";
+    if (end.IsError() || length < text.size())
+        return "not JSON at byte " + std::to_string((end.IsError() ? end.Offset() : length) + 1);
+    if (!std::all_of(result.begin(), result.end(), isText))
+        return "not JSON: an escape stands for half a character";
+    return "";
 }
 
 } // namespace tool

@@ -1,9 +1,13 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <functional>
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <variant>
 
 namespace tool {
 
@@ -35,5 +39,18 @@ private:
     struct Writer;
     std::unique_ptr<Writer> writer_;
 };
+
+/// A value of a JSON object that the tool has no use for: a number, a list, an object.
+struct OtherJson {};
+
+using JsonValue = std::variant<OtherJson, std::nullptr_t, bool, std::string>;
+
+/// The members of a JSON object by their names; of two with one name, the last.
+using JsonObject = std::map<std::string, JsonValue, std::less<>>;
+
+/// Reads a text that is one JSON object (RFC 8259).
+/// @param result  the object; its names and texts are valid UTF-8
+/// @returns why it is none; empty if it is one
+std::string readJsonObject(std::string_view text, JsonObject& result);
 
 } // namespace tool

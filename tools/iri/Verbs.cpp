@@ -1,6 +1,11 @@
 #include "Verbs.hpp"
 
+#include "verbs/Build.hpp"
+#include "verbs/Compare.hpp"
+#include "verbs/Edit.hpp"
 #include "verbs/Parse.hpp"
+#include "verbs/Relativize.hpp"
+#include "verbs/Resolve.hpp"
 
 #include <algorithm>
 #include <iterator>
@@ -11,6 +16,11 @@ namespace {
     // A verb is a file in verbs/ and a line here.
     constexpr Verb VERBS[] = {
         {"parse", "show the components of IRIs", verbs::parse},
+        {"resolve", "show what references denote against a base", verbs::resolve},
+        {"relativize", "show IRIs in terms of a base", verbs::relativize},
+        {"build", "put IRIs together from components", verbs::build},
+        {"edit", "change components of IRIs", verbs::edit},
+        {"compare", "tell how two IRIs differ", verbs::compare},
     };
 
 } // namespace

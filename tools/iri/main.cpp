@@ -23,6 +23,8 @@ std::string helpText()
     std::string result = R"help(Examples:
   iri parse 'https://пример.example/путь/a%20b?q=1#часть'
   iri parse --json <links.txt
+  iri resolve --base='http://a.example/b/c' '../d?q'
+  iri build --scheme=https --host=example.org --path=/a --pair=q=1
   iri help parse
 
 Usage: iri VERB [ARGUMENT...]
@@ -39,7 +41,8 @@ Options:
 
 Exit codes:
   0  every record is as asked
-  1  some record is not: it is no IRI, or cannot be shown as asked
+  1  some record is not: it is no IRI, or cannot be shown as asked; or the answer
+     to a question is no
   2  the command line makes no sense
   3  input could not be read, or output not written
 )help");

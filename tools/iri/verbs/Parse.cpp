@@ -1,42 +1,29 @@
 #include "Parse.hpp"
 
+#include "../Answers.hpp"
 #include "../Colors.hpp"
 #include "../Components.hpp"
-#include "../Json.hpp"
+#include "../Forms.hpp"
+#include "../Reading.hpp"
 #include "../Records.hpp"
+#include "../Remarks.hpp"
 #include "../Text.hpp"
 
-#include <foundation/core/except/Exception.hpp>
 #include <foundation/network/IRI.hpp>
 
 #include <algorithm>
 #include <cstddef>
-#include <iterator>
 #include <optional>
-#include <stdexcept>
 #include <string>
 #include <string_view>
-#include <utility>
-#include <vector>
 
 namespace tool::verbs {
 namespace {
 
     using foundation::network::IRI;
 
-    struct Form {
-        std::string_view name;
-        IRI::Encoding encoding;
-    };
-
-    constexpr Form FORMS[] = {
-        {"iri", IRI::Encoding::Iri},         {"iri-strict", IRI::Encoding::IriStrict},
-        {"ascii", IRI::Encoding::Ascii},     {"ascii-strict", IRI::Encoding::AsciiStrict},
-        {"decoded", IRI::Encoding::Decoded},
-    };
-
     struct Options {
-        const Form* form = std::begin(FORMS);
+        const Form* form = &formAsGiven();
         ColorMode color = ColorMode::Auto;
         bool json = false;
     };
@@ -76,11 +63,6 @@ Exit codes: 0 all is well; 1 something is no IRI or cannot be decoded; 2 the
 command line makes no sense; 3 input could not be read, or output not written.
 )help";
 
-    // What stands in place of a component.
-    constexpr std::string_view ABSENT = "(absent)";
-    constexpr std::string_view EMPTY = "(empty)";
-    constexpr std::string_view UNDECODABLE = "(cannot be decoded)";
-
     /// Reads one record after the other and shows it.
     class Parser {
     public:
@@ -88,6 +70,7 @@ command line makes no sense; 3 input could not be read, or output not written.
             : options_(options)
             , colors_(options.color)
             , output_(output)
+            , answers_(options.json, output)
         {
         }
 
@@ -95,11 +78,6 @@ command line makes no sense; 3 input could not be read, or output not written.
         bool show(const Record& record);
 
     private:
-        void refuse(const Record& record, const std::string& why, bool isUtf8);
-
-        void appendJson(const Record& record, const IRI& iri, const Components& components,
-                        const std::string& error);
-
         void appendText(const IRI& iri, const Components& components);
         void appendWhole(const Components& components);
         void appendPart(const Components& components, Part part, std::string_view before,
@@ -111,19 +89,10 @@ command line makes no sense; 3 input could not be read, or output not written.
         Options options_;
         Colors colors_;
         Output& output_;
-        JsonLines json_;
+        Answers answers_;
         std::string value_; // spares an allocation for each value
         bool isFirst_ = true;
     };
-
-    std::optional<IRI> parseText(const std::string& text)
-    {
-        try {
-            return IRI(text);
-        } catch (const foundation::core::except::AnonymousInternalException<std::logic_error>&) {
-            return std::nullopt;
-        }
-    }
 
     /// What to say of the components that cannot be decoded; empty if all can.
     std::string describeFailures(const Components& components)
@@ -150,76 +119,24 @@ command line makes no sense; 3 input could not be read, or output not written.
 
     bool Parser::show(const Record& record)
     {
-        // The library takes some bytes for UTF-8 that are not; what is printed must be.
-        const std::size_t invalid = text::findInvalidUtf8(record.text);
-        if (invalid != std::string_view::npos) {
-            refuse(record, "not valid UTF-8 at byte " + std::to_string(invalid + 1), false);
+        const Reading reading = readIri(record.text);
+        if (!reading.iri) {
+            answers_.refuse(record, reading);
             return false;
         }
-        const std::optional<IRI> iri = parseText(record.text);
-        if (!iri) {
-            refuse(record, "not a valid IRI", true);
-            return false;
-        }
+        const IRI& iri = *reading.iri;
 
-        const Components components = readComponents(*iri, options_.form->encoding);
+        const Components components = readComponents(iri, options_.form->encoding);
         const std::string error = describeFailures(components);
-        if (options_.json)
-            appendJson(record, *iri, components, error);
-        else
-            appendText(*iri, components);
-        output_.endRecord();
-        if (!error.empty())
-            output_.reportError(record.origin + ": " + error + ": " + text::excerpt(record.text));
-        return error.empty();
-    }
-
-    void Parser::refuse(const Record& record, const std::string& why, bool isUtf8)
-    {
         if (options_.json) {
-            json_.begin();
-            value_.clear();
-            if (!isUtf8)
-                text::appendEscapedBytes(value_, record.text);
-            json_.add("iri", isUtf8 ? record.text : value_);
-            if (!isUtf8)
-                json_.addBool("escaped", true);
-            json_.addBool("valid", false);
-            json_.add("error", why);
-            json_.end(output_.text());
+            answers_.giveComponents(record.text, iri, *options_.form, components, error);
+        } else {
+            appendText(iri, components);
             output_.endRecord();
         }
-        output_.reportError(record.origin + ": " + why + ": " + text::excerpt(record.text));
-    }
-
-    // JSON.
-
-    void Parser::appendJson(const Record& record, const IRI& iri, const Components& components,
-                            const std::string& error)
-    {
-        const auto add = [this](std::string_view name, const Component& component) {
-            if (component.state == Component::State::Present)
-                json_.add(name, component.text);
-            else if (component.state == Component::State::Absent)
-                json_.addNull(name);
-        };
-
-        json_.begin();
-        json_.add("iri", record.text);
-        json_.addBool("valid", true);
-        json_.add("form", options_.form->name);
-        for (std::size_t part = 0; part < PART_COUNT; ++part) {
-            if (part == USER_INFO)
-                add("authority", components.authority);
-            add(PART_NAMES[part].field, components.parts[part]);
-            if (part == PORT && iri.hasPort())
-                json_.addNumber("portNumber", iri.getPortNumber());
-            else if (part == PORT)
-                json_.addNull("portNumber");
-        }
         if (!error.empty())
-            json_.add("error", error);
-        json_.end(output_.text());
+            answers_.report(record, error);
+        return error.empty();
     }
 
     // Text for people.
@@ -233,7 +150,7 @@ command line makes no sense; 3 input could not be read, or output not written.
         isFirst_ = false;
 
         if (iri.isEmpty())
-            colors_.append(out, Ink::Aside, EMPTY);
+            colors_.append(out, Ink::Aside, remarks::EMPTY);
         else if (options_.form->encoding == IRI::Encoding::Decoded)
             appendWhole(readComponents(iri, IRI::Encoding::Iri));
         else
@@ -286,11 +203,11 @@ command line makes no sense; 3 input could not be read, or output not written.
         std::string& out = output_.text();
 
         if (component.state == Component::State::Absent) {
-            colors_.append(out, Ink::Aside, ABSENT);
+            colors_.append(out, Ink::Aside, remarks::ABSENT);
         } else if (component.state == Component::State::Undecodable) {
-            colors_.append(out, Ink::Failure, UNDECODABLE);
+            colors_.append(out, Ink::Failure, remarks::UNDECODABLE);
         } else if (component.text.empty()) {
-            colors_.append(out, Ink::Aside, EMPTY);
+            colors_.append(out, Ink::Aside, remarks::EMPTY);
         } else {
             setValue(component.text, true);
             colors_.append(out, ink, value_);
@@ -302,8 +219,8 @@ command line makes no sense; 3 input could not be read, or output not written.
     {
         value_.clear();
         text::appendPrintable(value_, text);
-        if (isDistinct && (value_ == ABSENT || value_ == EMPTY || value_ == UNDECODABLE))
-            value_.replace(0, 1, "\\u{28}");
+        if (isDistinct)
+            remarks::tellApart(value_);
     }
 
 } // namespace
@@ -313,16 +230,7 @@ ExitCode parse(const Arguments& arguments, Output& output)
     Options options;
     CommandLine commandLine("parse", {EXAMPLES, USAGE, DETAILS});
 
-    std::vector<std::pair<std::string, const Form*>> forms;
-    for (const Form& form : FORMS)
-        forms.emplace_back(form.name, &form);
-    commandLine.addChoice("--form", "FORM", forms, options.form,
-                          "how to write the components:\n"
-                          "iri           as they were given; the default\n"
-                          "iri-strict    with stray percent signs escaped\n"
-                          "ascii         with characters outside ASCII escaped\n"
-                          "ascii-strict  as ascii and iri-strict at once\n"
-                          "decoded       as plain text, with the escapes undone");
+    addComponentForms(commandLine, options.form);
     commandLine.addFlag("--json", options.json, "write a JSON object a line");
     commandLine.addChoice<ColorMode>(
         "--color", "WHEN",

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "CommandLine.hpp"
+#include "Output.hpp"
+
+#include <foundation/network/IRI.hpp>
+
+#include <optional>
+#include <string>
+
+namespace tool {
+
+/// The option that names the IRI to which others are related.
+class Base {
+public:
+    /// Adds the option.
+    explicit Base(CommandLine& commandLine);
+    Base(const Base&) = delete;
+    Base& operator=(const Base&) = delete;
+
+    /// Reads the base, once the command line was read.
+    /// @returns with what code to end, if it was not given or is no IRI; else nothing
+    std::optional<ExitCode> read(const CommandLine& commandLine, Output& output);
+
+    /// The base that was read.
+    const foundation::network::IRI& iri() const noexcept { return iri_; }
+
+private:
+    std::optional<std::string> text_;
+    foundation::network::IRI iri_;
+};
+
+} // namespace tool

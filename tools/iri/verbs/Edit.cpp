@@ -1,0 +1,159 @@
+#include "Edit.hpp"
+
+#include "../Answers.hpp"
+#include "../Components.hpp"
+#include "../Forms.hpp"
+#include "../Reading.hpp"
+#include "../Records.hpp"
+#include "../Text.hpp"
+
+#include <foundation/network/IRI.hpp>
+#include <foundation/network/IRIArgs.hpp>
+
+#include <algorithm>
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace tool::verbs {
+namespace {
+
+    using foundation::network::IRI;
+    using foundation::network::IRIArgs;
+
+    constexpr std::string_view USAGE = "iri edit OPTION... [--] [IRI...]";
+
+    constexpr std::string_view EXAMPLES =
+        R"help(  iri edit 'http://h:8080/a#b' --set=scheme=https --clear=port --clear=fragment
+  iri edit --set='path=/a b' --json <links.txt
+)help";
+
+    constexpr std::string_view DETAILS =
+        R"help(Changes components of each IRI, or of each line of standard input if none is
+given. "-" stands for the lines of standard input too; behind "--" it is an IRI
+like any other. The components are scheme, user-info (or userInfo), host, port,
+path, query and fragment. --set and --clear may stand there any number of times;
+they work in the order of the command line. To clear the host clears the port.
+
+The IRI is taken apart into plain text and built anew, as "iri build" does: what
+--set sets is escaped, and in what is not changed an escape may be lost ("%2F"
+becomes "/"), the brackets of an IP literal are escaped, and a port loses its
+leading zeros. Which components that has rewritten is told on standard error.
+
+Prints the IRI, or with --json, an object a line as "iri parse --json" does, of
+the changed IRI. If its text is no IRI, or reads as other components, that is
+reported on standard error, and in JSON in error.
+
+Exit codes: 0 all is well; 1 something is no IRI, or cannot be changed like
+that; 2 the command line makes no sense; 3 input could not be read, or output
+not written.
+)help";
+
+    /// One thing to do to each IRI.
+    struct Change {
+        Part part;
+        std::optional<std::string> text; ///< nothing to clear the component
+    };
+
+    std::string addChange(std::string_view name, std::optional<std::string> text,
+                          std::vector<Change>& changes)
+    {
+        const std::optional<Part> part = findPart(name);
+        if (!part)
+            return "no such component: " + text::excerpt(name);
+        changes.push_back({*part, std::move(text)});
+        return "";
+    }
+
+    IRI applied(const std::vector<Change>& changes, const IRI& iri)
+    {
+        IRIArgs args(iri);
+        for (const auto& [part, text] : changes)
+            if (text)
+                setPart(args, part, *text);
+            else
+                clearPart(args, part);
+        return IRI(args);
+    }
+
+    /// The components that are written in another way, though nobody asked for it.
+    std::string describeRewritten(const std::vector<Change>& changes, const IRI& before,
+                                  const IRI& after)
+    {
+        const Components befores = readComponents(before, formAsGiven().encoding);
+        const Components afters = readComponents(after, formAsGiven().encoding);
+        std::string result;
+        for (std::size_t part = 0; part < PART_COUNT; ++part) {
+            const bool isChanged =
+                std::any_of(changes.begin(), changes.end(), [part](const Change& change) {
+                    return change.part == part || (change.part == HOST && part == PORT);
+                });
+            if (!isChanged && befores.parts.at(part).text != afters.parts.at(part).text)
+                result.append(result.empty() ? "rewritten: " : ", ")
+                    .append(PART_NAMES.at(part).label);
+        }
+        return result;
+    }
+
+    bool edit(const Record& record, const std::vector<Change>& changes, const Form& form,
+              Answers& answers)
+    {
+        const Reading reading = readIri(record.text);
+        if (!reading.iri) {
+            answers.refuse(record, reading);
+            return false;
+        }
+        bool isGiven = false;
+        const auto refusal = refusalOf([&] {
+            const IRI result = applied(changes, *reading.iri);
+            const std::string rewritten = describeRewritten(changes, *reading.iri, result);
+            isGiven = answers.giveBuilt(record, result, form);
+            if (!rewritten.empty())
+                answers.report(record, rewritten);
+        });
+        if (refusal)
+            answers.fail(record, *refusal);
+        return isGiven;
+    }
+
+} // namespace
+
+ExitCode edit(const Arguments& arguments, Output& output)
+{
+    std::vector<Change> changes;
+    const Form* form = &formAsGiven();
+    bool isJson = false;
+    CommandLine commandLine("edit", {EXAMPLES, USAGE, DETAILS});
+    commandLine.addText("--set", "NAME=TEXT", "set a component to a plain text",
+                        [&changes](const std::string& value) {
+                            const std::size_t equals = value.find('=');
+                            if (equals == std::string::npos)
+                                return "no \"=\" in it: " + text::excerpt(value);
+                            if (text::findInvalidUtf8(value) != std::string::npos)
+                                return "not valid UTF-8: " + text::excerpt(value);
+                            return addChange(value.substr(0, equals), value.substr(equals + 1),
+                                             changes);
+                        });
+    commandLine.addText(
+        "--clear", "NAME", "make a component absent",
+        [&changes](const std::string& name) { return addChange(name, std::nullopt, changes); });
+    addWholeForms(commandLine, form);
+    commandLine.addFlag("--json", isJson, "write a JSON object a line");
+    if (const std::optional<ExitCode> end = commandLine.read(arguments, output))
+        return *end;
+    if (changes.empty())
+        return commandLine.refuse("neither --set nor --clear is given", output);
+
+    Answers answers(isJson, output);
+    Records records(commandLine.operands(), output);
+    ExitCode code = ExitCode::Yes;
+    for (Record record; records.next(record);)
+        if (!edit(record, changes, *form, answers))
+            code = ExitCode::No;
+    return code;
+}
+
+} // namespace tool::verbs

@@ -1,0 +1,103 @@
+#include "Relativize.hpp"
+
+#include "../Answers.hpp"
+#include "../Base.hpp"
+#include "../Forms.hpp"
+#include "../Reading.hpp"
+#include "../Records.hpp"
+
+#include <foundation/network/IRI.hpp>
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace tool::verbs {
+namespace {
+
+    using foundation::network::IRI;
+
+    constexpr std::string_view USAGE = "iri relativize --base=IRI [OPTION...] [--] [IRI...]";
+
+    constexpr std::string_view EXAMPLES =
+        R"help(  iri relativize --base='http://a.example/b/c' 'http://a.example/b/d?q'
+  iri relativize --base='http://a.example/b/c' --prove --json <links.txt
+)help";
+
+    constexpr std::string_view DETAILS =
+        R"help(Shows a reference that names each IRI in terms of the base, a line each; or each
+line of standard input, if no IRI is given. "-" stands for the lines of standard
+input too; behind "--" it is an IRI like any other. An empty line is the empty
+reference.
+
+With --prove, the reference is read and resolved against the base again; behind
+a tab stands whether that gives the very text of the IRI: "resolves back" or
+"does not resolve back".
+
+Characters that a terminal obeys or cannot show are written as \n, \r, \t or
+\u{202E}. With --json, an object a line: iri is the IRI as it was given, valid
+tells whether it is one, result is the reference, and with --prove, resolvesBack
+tells whether it resolves to the IRI. Whatever is wrong stands in error, and
+there is no result then.
+
+Exit codes: 0 all is well; 1 something is no IRI, cannot be made relative to the
+base, or does not resolve back; 2 the command line makes no sense; 3 input could
+not be read, or output not written.
+)help";
+
+    /// Whether a reference, as it is written, resolves to an IRI again.
+    bool resolvesTo(const std::string& reference, const IRI& base, const IRI& iri)
+    {
+        bool result = false;
+        const std::optional<std::string> refusal = refusalOf([&] {
+            result = IRI(reference).resolveAgainst(base).toStringUtf8() == iri.toStringUtf8();
+        });
+        return !refusal && result;
+    }
+
+} // namespace
+
+ExitCode relativize(const Arguments& arguments, Output& output)
+{
+    const Form* form = &formAsGiven();
+    bool proves = false;
+    bool isJson = false;
+    CommandLine commandLine("relativize", {EXAMPLES, USAGE, DETAILS});
+    Base base(commandLine);
+    commandLine.addFlag("--prove", proves, "resolve the result again, and tell what comes of it");
+    addWholeForms(commandLine, form);
+    commandLine.addFlag("--json", isJson, "write a JSON object a line");
+    if (const std::optional<ExitCode> end = commandLine.read(arguments, output))
+        return *end;
+    if (const std::optional<ExitCode> end = base.read(commandLine, output))
+        return *end;
+
+    Answers answers(isJson, output);
+    Records records(commandLine.operands(), output);
+    ExitCode code = ExitCode::Yes;
+    for (Record record; records.next(record);) {
+        const Reading reading = readIri(record.text);
+        if (!reading.iri) {
+            answers.refuse(record, reading);
+            code = ExitCode::No;
+            continue;
+        }
+        std::string result;
+        const std::optional<std::string> refusal =
+            refusalOf([&] { result = wholeText(reading.iri->makeRelativeTo(base.iri()), *form); });
+        if (refusal) {
+            answers.fail(record, *refusal);
+            code = ExitCode::No;
+        } else if (!proves) {
+            answers.give(record, result);
+        } else {
+            const bool isProven = resolvesTo(result, base.iri(), *reading.iri);
+            answers.giveProven(record, result, isProven);
+            if (!isProven)
+                code = ExitCode::No;
+        }
+    }
+    return code;
+}
+
+} // namespace tool::verbs

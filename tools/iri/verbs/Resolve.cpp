@@ -1,0 +1,62 @@
+#include "Resolve.hpp"
+
+#include "../Answers.hpp"
+#include "../Base.hpp"
+#include "../Forms.hpp"
+#include "../Records.hpp"
+
+#include <foundation/network/IRI.hpp>
+
+#include <optional>
+#include <string_view>
+
+namespace tool::verbs {
+namespace {
+
+    using foundation::network::IRI;
+
+    constexpr std::string_view USAGE = "iri resolve --base=IRI [OPTION...] [--] [REFERENCE...]";
+
+    constexpr std::string_view EXAMPLES =
+        R"help(  iri resolve --base='http://a.example/b/c?q' '../g' '?y' '#s'
+  iri resolve --base='http://a.example/b/' --json <references.txt
+)help";
+
+    constexpr std::string_view DETAILS =
+        R"help(Shows what each reference denotes against the base (RFC 3986, 5.2), a line each;
+or each line of standard input, if no reference is given. "-" stands for the
+lines of standard input too; behind "--" it is a reference like any other.
+Paths are merged as plain text: an escaped slash becomes a real one.
+
+Characters that a terminal obeys or cannot show are written as \n, \r, \t or
+\u{202E}. With --json, an object a line: iri is the reference as it was given,
+valid tells whether it is one, and result is what it denotes. Whatever is wrong
+stands in error, and there is no result then.
+
+Exit codes: 0 all is well; 1 some reference is none or cannot be resolved; 2 the
+command line makes no sense; 3 input could not be read, or output not written.
+)help";
+
+} // namespace
+
+ExitCode resolve(const Arguments& arguments, Output& output)
+{
+    const Form* form = &formAsGiven();
+    bool isJson = false;
+    CommandLine commandLine("resolve", {EXAMPLES, USAGE, DETAILS});
+    Base base(commandLine);
+    addWholeForms(commandLine, form);
+    commandLine.addFlag("--json", isJson, "write a JSON object a line");
+    if (const std::optional<ExitCode> end = commandLine.read(arguments, output))
+        return *end;
+    if (const std::optional<ExitCode> end = base.read(commandLine, output))
+        return *end;
+
+    Answers answers(isJson, output);
+    Records records(commandLine.operands(), output);
+    return answers.answerEach(records, [&](const IRI& reference) {
+        return wholeText(reference.resolveAgainst(base.iri()), *form);
+    });
+}
+
+} // namespace tool::verbs
