@@ -143,14 +143,14 @@ namespace {
               "Port requires a host", "Path cannot be relative if aut",
               "Invalid UTF-32 code point U+0x", "Item not set: Host: Host (in g",
               "Item not set: Query", "No scheme", "No port"})
-            EXPECT_GT(outcomes[outcome], 100) << outcome;
+            EXPECT_GT(outcomes[outcome], caseCount(100)) << outcome;
     }
 
     TEST(BuildingProperty, generatedValuesAreComparedAsNaiveOnes)
     {
         constexpr std::uint32_t SEED = 17;
         BagGenerator generator(SEED);
-        int equal = 0, different = 0, parsedOnes = 0, reread = 0;
+        std::size_t equal = 0, different = 0, parsedOnes = 0, reread = 0;
         const std::size_t cases = caseCount(50000);
         for (std::size_t i = 0; i < cases && !testing::Test::HasFailure(); ++i) {
             SCOPED_TRACE("seed " + std::to_string(SEED) + ", case " + std::to_string(i));
@@ -166,13 +166,13 @@ namespace {
                 continue;
             expectComparisonWithParsed(*parsed, *left);
             ++parsedOnes;
-            reread += *parsed == left->value ? 1 : 0;
+            reread += *parsed == left->value ? 1U : 0U;
             if (!failureOf([&] { right->naive.hash(); }))
                 expectComparisonWithParsed(*parsed, *right);
         }
-        for (const int count : {equal, different, parsedOnes, reread})
-            EXPECT_GT(count, 1000);
-        EXPECT_GT(parsedOnes - reread, 20); // a path that reads as host and port
+        for (const std::size_t count : {equal, different, parsedOnes, reread})
+            EXPECT_GT(count, caseCount(1000));
+        EXPECT_GT(parsedOnes - reread, caseCount(20)); // a path that reads as host and port
     }
 
     // A built value is taken apart and put together again, as the naive one is.
@@ -194,7 +194,7 @@ namespace {
             ASSERT_TRUE(buildAlike(target, Depth::TEXTS, outcomes))
                 << "seed " << SEED << ", case " << i;
         }
-        EXPECT_GT(outcomes["done"], 1000);
+        EXPECT_GT(outcomes["done"], caseCount(1000));
     }
 
 } // namespace

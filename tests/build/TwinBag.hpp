@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <functional>
 #include <map>
 #include <string>
@@ -26,7 +27,7 @@ struct TwinBag {
 };
 
 /// How often which outcome was seen.
-using Outcomes = std::map<std::string, int>;
+using Outcomes = std::map<std::string, std::size_t>;
 
 /// Whether two calls fail alike, or both succeed.
 testing::AssertionResult failAlike(const std::function<void()>& library,
