@@ -27,7 +27,8 @@ namespace {
 
     std::size_t hugeBytes()
     {
-        const char* const mebibytes = std::getenv("ZKFLNETWORK_TEST_HUGE_MIB");
+        const char* const mebibytes =
+            std::getenv("ZKFLNETWORK_TEST_HUGE_MIB"); // NOLINT(concurrency-mt-unsafe)
         return (mebibytes != nullptr ? std::stoul(mebibytes) : 64) << 20;
     }
 
