@@ -48,7 +48,7 @@ namespace {
         U"mailto:John.Doe@example.com?subject=Hi%20there",
         U"news:comp.infosystems.www.servers.unix",
         U"tel:+1-816-555-1212",
-        U"urn:oasis:names:specification:docbook:dtd:xml:4.1.2",
+        U"urn:example:animal:ferret:nose",
         U"urn:uuid:6e8bc430-9c3a-11d9-9669-0800200c9a66",
         U"file:///C:/Program%20Files/a;b=c/d",
         U"data:text/plain;charset=utf-8,%48%65%6C%6C%6F",
