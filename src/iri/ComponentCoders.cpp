@@ -32,8 +32,7 @@ namespace {
         bytes.reserve(text.size());
         for (std::size_t i = 0; i < text.size(); ++i) {
             const char32_t c = text[i];
-            if (c == U'%' && text.size() - i > 2 && text::isHexDigit(text[i + 1])
-                && text::isHexDigit(text[i + 2])) {
+            if (c == U'%' && text::isEscapeAt(text, i)) {
                 bytes.push_back(static_cast<char>(text::hexDigitValue(text[i + 1]) * 16
                                                   + text::hexDigitValue(text[i + 2])));
                 i += 2;

@@ -44,13 +44,6 @@ namespace {
         return result;
     }
 
-    // Whether an escape of two ASCII digits begins at an index where a "%" stands.
-    bool isEscapeAt(std::u32string_view text, std::size_t index)
-    {
-        return text.size() - index > 2 && text::isHexDigit(text[index + 1])
-               && text::isHexDigit(text[index + 2]);
-    }
-
     constexpr AsciiSet forbiddenAscii(R"("<>\^`{|})");
 
     bool isForbidden(char32_t c)
@@ -113,7 +106,7 @@ std::u32string protectEscapes(std::u32string_view text)
     std::u32string result;
     result.reserve(text.size());
     for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] == U'%' && isEscapeAt(text, i))
+        if (text[i] == U'%' && text::isEscapeAt(text, i))
             result.append(U"%25");
         else
             result.push_back(text[i]);
@@ -177,7 +170,7 @@ std::u32string fixEscapes(std::u32string_view text, bool escapeBrackets)
     result.reserve(text.size());
     for (std::size_t i = 0; i < text.size(); ++i) {
         const char32_t c = text[i];
-        const bool barePercent = c == U'%' && !isEscapeAt(text, i);
+        const bool barePercent = c == U'%' && !text::isEscapeAt(text, i);
         const bool bracket = escapeBrackets && (c == U'[' || c == U']');
         if (barePercent || bracket)
             appendEscaped(result, c);

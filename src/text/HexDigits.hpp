@@ -1,6 +1,7 @@
 #pragma once
 
-#include <string>
+#include <cstddef>
+#include <string_view>
 
 /// The hexadecimal digits of percent escapes (RFC 3986, 2.1), which are ASCII only.
 namespace foundation::network::text {
@@ -14,6 +15,12 @@ constexpr bool isHexDigit(char32_t c) noexcept
 constexpr char32_t hexDigitValue(char32_t c) noexcept
 {
     return c <= U'9' ? c - U'0' : (c | 0x20U) - U'a' + 10;
+}
+
+/// Whether two digits follow the "%" that stands at an index.
+constexpr bool isEscapeAt(std::u32string_view text, std::size_t index) noexcept
+{
+    return text.size() - index > 2 && isHexDigit(text[index + 1]) && isHexDigit(text[index + 2]);
 }
 
 /// The digit of a value below 16, in upper case.
