@@ -16,6 +16,16 @@ void throwRuntimeError(const char* message)
     throw AnonymousInternalException<std::runtime_error>(std::runtime_error(message));
 }
 
+void throwInvalidArgument(const std::string& message)
+{
+    throw AnonymousInternalException<std::invalid_argument>(std::invalid_argument(message));
+}
+
+void throwSystemError(std::error_code code, const char* message)
+{
+    throw AnonymousInternalException<std::system_error>(std::system_error(code, message));
+}
+
 void throwOutOfRange(const std::string& message)
 {
     boost::throw_exception(std::out_of_range(message));

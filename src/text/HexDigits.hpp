@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <string_view>
 
-/// The hexadecimal digits of percent escapes (RFC 3986, 2.1), which are ASCII only.
+/// The hexadecimal digits of percent escapes (RFC 3986, 2.1) and of addresses, which are ASCII only.
 namespace foundation::network::text {
 
 constexpr bool isHexDigit(char32_t c) noexcept
@@ -27,6 +27,12 @@ constexpr bool isEscapeAt(std::u32string_view text, std::size_t index) noexcept
 constexpr char hexDigit(unsigned value) noexcept
 {
     return "0123456789ABCDEF"[value];
+}
+
+/// The digit of a value below 16, in lower case.
+constexpr char lowerHexDigit(unsigned value) noexcept
+{
+    return "0123456789abcdef"[value];
 }
 
 } // namespace foundation::network::text
