@@ -193,6 +193,22 @@ std::uint64_t IRI::hashValue() const
     return Base::hashValue();
 }
 
+std::optional<IRI> IRI::tryParse(std::string_view utf8)
+{
+    std::optional<IRI> value(std::in_place);
+    if (!value->tryRead(utf8))
+        value.reset();
+    return value;
+}
+
+std::optional<IRI> IRI::tryParse(std::u16string_view utf16)
+{
+    std::optional<IRI> value(std::in_place);
+    if (!value->tryRead(utf16))
+        value.reset();
+    return value;
+}
+
 std::ostream& operator<<(std::ostream& stream, const IRI& iri)
 {
     return stream << text::toAscii(iri.toAsciiString(false));

@@ -5,10 +5,12 @@
 #include "except/Throw.hpp"
 #include "iri/grammar/IriGrammar.hpp"
 #include "iri/grammar/PortGrammar.hpp"
+#include "text/Utf.hpp"
 
 #include <foundation/network/iri/detail/TemplateIRI.hpp>
 
 #include <cstddef>
+#include <string_view>
 
 namespace foundation::network::iri::detail {
 
@@ -17,6 +19,18 @@ void TemplateIRI<String>::parseOrThrow()
 {
     if (!parse())
         core::except::throwLogicError("IRI parsing failed");
+}
+
+template <class String>
+bool TemplateIRI<String>::tryRead(std::string_view utf8)
+{
+    return text::decodeUtf8(utf8, text_) && parse();
+}
+
+template <class String>
+bool TemplateIRI<String>::tryRead(std::u16string_view utf16)
+{
+    return !text::decodeUtf16(utf16, text_) && parse();
 }
 
 template <class String>

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -17,6 +18,12 @@ inline constexpr char32_t MAX_CODE_POINT = 0x10FFFF;
 ///
 /// @returns false, with @p result unspecified, if the text has a defect
 bool decodeUtf8(std::string_view utf8, std::u32string& result);
+
+/// Decodes UTF-16 into @p result, with one allocation.
+///
+/// @returns nothing, or, with @p result unspecified, the unit at which a misplaced surrogate was
+///          noticed: a low one itself, or what stands behind a high one, 0 at the end of the text
+std::optional<char16_t> decodeUtf16(std::u16string_view utf16, std::u32string& result);
 
 /// UTF-8 to UTF-32.
 /// @throws AnonymousInternalException<std::exception> "Invalid UTF-8 sequence encountered while

@@ -30,12 +30,12 @@ namespace {
 
 } // namespace
 
-std::u32string toUtf32(std::u16string_view utf16)
+std::optional<char16_t> decodeUtf16(std::u16string_view utf16, std::u32string& result)
 {
     // The units that lead no pair are at least as many as the code points.
     const auto leads =
         std::count_if(utf16.begin(), utf16.end(), [](char16_t u) { return !isLowSurrogate(u); });
-    std::u32string result;
+    result.clear();
     result.reserve(static_cast<std::size_t>(leads));
 
     for (auto at = utf16.begin(); at != utf16.end(); ++at) {
@@ -45,13 +45,21 @@ std::u32string toUtf32(std::u16string_view utf16)
             continue;
         }
         if (isLowSurrogate(unit))
-            throwMisplacedSurrogate(unit);
+            return unit;
         const bool atEnd = at + 1 == utf16.end();
         const char16_t next = atEnd ? u'\0' : *++at;
         if (!isLowSurrogate(next))
-            throwMisplacedSurrogate(next);
+            return next;
         result.push_back(((char32_t{unit} - 0xD7C0) << 10) | (next & 0x3FFU));
     }
+    return std::nullopt;
+}
+
+std::u32string toUtf32(std::u16string_view utf16)
+{
+    std::u32string result;
+    if (const std::optional<char16_t> misplaced = decodeUtf16(utf16, result))
+        throwMisplacedSurrogate(*misplaced);
     return result;
 }
 

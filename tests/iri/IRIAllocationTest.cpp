@@ -54,6 +54,21 @@ TEST(IRIAllocation, parsingTakesOne)
     EXPECT_EQ(allocationsOf([&] { const IRI iri(utf16); }), 1U);
 }
 
+TEST(IRIAllocation, tryingTakesOneWhateverComesOfIt)
+{
+    const std::string bad = url + "\\";
+    const std::string broken = url + "\xFF";
+    const std::u16string utf16(url.begin(), url.end());
+    const std::u16string half = utf16 + char16_t(0xD800);
+    const std::size_t inUse = tests::bytesInUse();
+    EXPECT_EQ(allocationsOf([] { EXPECT_TRUE(IRI::tryParse(url)); }), 1U);
+    EXPECT_EQ(allocationsOf([&] { EXPECT_FALSE(IRI::tryParse(bad)); }), 1U);
+    EXPECT_EQ(allocationsOf([&] { EXPECT_FALSE(IRI::tryParse(broken)); }), 1U);
+    EXPECT_EQ(allocationsOf([&] { EXPECT_TRUE(IRI::tryParse(utf16)); }), 1U);
+    EXPECT_EQ(allocationsOf([&] { EXPECT_FALSE(IRI::tryParse(half)); }), 1U);
+    EXPECT_EQ(tests::bytesInUse(), inUse);
+}
+
 TEST(IRIAllocation, emptyValuesMovesAndSwapsTakeNone)
 {
     EXPECT_EQ(allocationsOf([] { const IRI iri; }), 0U);

@@ -8,7 +8,9 @@
 #include <cstdint>
 #include <functional>
 #include <iosfwd>
+#include <optional>
 #include <string>
+#include <string_view>
 
 namespace foundation::network {
 
@@ -318,6 +320,16 @@ public:
     /// @throws what the readers throw, if a component cannot be converted
     /// @complexity Linear on the first call, then constant.
     std::uint64_t hashValue() const;
+
+    /// @{
+    /// The value that the constructor gives for a text, or nothing where that throws because of the
+    /// text. No exception is raised on the way.
+    ///
+    /// @param utf8  need not end in a zero, and may hold some
+    /// @complexity As the constructor; also where the text is refused.
+    static std::optional<IRI> tryParse(std::string_view utf8);
+    static std::optional<IRI> tryParse(std::u16string_view utf16);
+    /// @}
 
 private:
     using Base = iri::detail::TemplateIRI<std::u32string>;

@@ -99,6 +99,13 @@ public:
 
     void swap(TemplateIRI& other) noexcept;
 
+    /// @{
+    /// Makes a fresh value that of a text, as the constructors from text do.
+    /// @returns false, with the value fit for destruction only, if the text is refused
+    bool tryRead(std::string_view utf8);
+    bool tryRead(std::u16string_view utf16);
+    /// @}
+
     bool isEmpty() const noexcept { return isEmpty_.load(std::memory_order_acquire); }
     bool hasScheme() const noexcept { return flags_.hasScheme; }
     bool hasAuthority() const noexcept { return flags_.hasAuthority; }
