@@ -3,8 +3,7 @@
 // The way from a text to its components.
 
 #include "except/Throw.hpp"
-#include "iri/grammar/IriGrammar.hpp"
-#include "iri/grammar/PortGrammar.hpp"
+#include "iri/ReferenceReading.hpp"
 #include "text/Utf.hpp"
 
 #include <foundation/network/iri/detail/TemplateIRI.hpp>
@@ -43,16 +42,13 @@ bool TemplateIRI<String>::parse()
 
     const String& text = text_;
     Parts<It> parts;
-    It first = text.begin();
-    if (!grammar::parseIriReference(first, text.end(), parts) || first != text.end())
+    if (!readReference(text.begin(), text.end(), parts, portNumber_))
         return false;
     setPartFlags(parts);
     parts.update();
-    setRanges(parts);
-
-    // RFC 3986, 3.2.3 allows an empty port and one of any size.
-    // Departure: a port is a number from 0 to 65535 in ASCII digits, with any number of zeros.
-    return !flags_.hasPort || grammar::portStringToNumeric(portText(), portNumber_);
+    ranges_ =
+        rangesOf(parts, [&text](It at) { return static_cast<std::size_t>(at - text.begin()); });
+    return true;
 }
 
 template <class String>
@@ -71,20 +67,6 @@ void TemplateIRI<String>::setPartFlags(const Parts<It>& parts)
     flags_.hasAbsolutePath = !path->empty() && path->front() == FORWARD_SLASH;
     flags_.isAbsolute = flags_.hasScheme;
     flags_.isOpaque = flags_.hasScheme && !flags_.hasHost && !flags_.hasAbsolutePath;
-}
-
-template <class String>
-void TemplateIRI<String>::setRanges(const Parts<It>& parts)
-{
-    const String& text = text_;
-    const auto indexOf = [&text](It at) { return static_cast<std::size_t>(at - text.begin()); };
-    const HierarchicalPart<It>& hierarchicalPart = parts.hierarchicalPart;
-    ranges_.schemeEnd = parts.scheme ? indexOf(parts.scheme->end()) : 0;
-    ranges_.hostBegin = indexOf(hierarchicalPart.host->begin());
-    ranges_.hostEnd = indexOf(hierarchicalPart.host->end());
-    ranges_.pathBegin = indexOf(hierarchicalPart.path->begin());
-    ranges_.pathEnd = indexOf(hierarchicalPart.path->end());
-    ranges_.queryEnd = indexOf(parts.query->end());
 }
 
 } // namespace foundation::network::iri::detail

@@ -1,30 +1,8 @@
 #include <foundation/network/iri/detail/Parts.hpp>
 
+#include "iri/Parts.ipp"
+
 namespace foundation::network::iri::detail {
-
-template <class It>
-void HierarchicalPart<It>::update()
-{
-    if (!userInfo) {
-        const It start = host ? host->begin() : path->begin();
-        userInfo = Range(start, start);
-    }
-    if (!host)
-        host = Range(path->begin(), path->begin());
-    if (!port)
-        port = Range(host->end(), host->end());
-}
-
-template <class It>
-void Parts<It>::update()
-{
-    hierarchicalPart.update();
-    const It pathEnd = hierarchicalPart.path->end();
-    if (!query)
-        query = Range(pathEnd, pathEnd);
-    if (!fragment)
-        fragment = Range(query->end(), query->end());
-}
 
 template struct ZKFLNETWORK_API_TEMPLATE HierarchicalPart<std::u32string::const_iterator>;
 template struct ZKFLNETWORK_API_TEMPLATE Parts<std::u32string::const_iterator>;

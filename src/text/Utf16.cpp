@@ -1,6 +1,7 @@
 #include "text/Utf.hpp"
 
 #include "except/Throw.hpp"
+#include "text/CodePointIterator.hpp"
 #include "text/InvalidCodePoint.hpp"
 
 #include <algorithm>
@@ -11,16 +12,6 @@ namespace foundation::network::text {
 namespace {
 
     constexpr char32_t FIRST_SUPPLEMENTARY = 0x10000;
-
-    constexpr bool isLowSurrogate(char32_t unit) noexcept
-    {
-        return (unit & 0xFFFFFC00U) == 0xDC00;
-    }
-
-    constexpr bool isSurrogate(char32_t unit) noexcept
-    {
-        return (unit & 0xFFFFF800U) == 0xD800;
-    }
 
     [[noreturn]] void throwMisplacedSurrogate(char16_t unit)
     {

@@ -2,6 +2,7 @@
 
 #include "except/Throw.hpp"
 #include "text/InvalidCodePoint.hpp"
+#include "text/Utf8Decoding.hpp"
 
 #include <algorithm>
 #include <cstddef>
@@ -13,26 +14,6 @@ namespace {
 
     constexpr const char* INVALID_UTF8 =
         "Invalid UTF-8 sequence encountered while trying to encode UTF-32 character";
-
-    constexpr unsigned char byteAt(const char* at) noexcept
-    {
-        return static_cast<unsigned char>(*at);
-    }
-
-    constexpr bool isContinuation(unsigned char byte) noexcept
-    {
-        return (byte & 0xC0) == 0x80;
-    }
-
-    // The largest value that fits behind a lead byte with so many continuation bytes.
-    constexpr char32_t valueMasks[] = {0x7F, 0x7FF, 0xFFFF, 0x1FFFFF};
-
-    // As many continuation bytes as the lead announces; a lead from F8 up counts as one of four
-    // bytes.
-    constexpr std::size_t continuationCount(unsigned char lead) noexcept
-    {
-        return lead < 0xE0 ? 1 : lead < 0xF0 ? 2 : 3;
-    }
 
     // Widens the ASCII characters at the front, eight at a time, and moves both positions past
     // them.
@@ -54,26 +35,13 @@ namespace {
     }
 
     // Decodes one sequence of more than one byte and moves past it. False if it has a defect.
-    bool decodeSequence(const char*& at, const char* end, char32_t& value) noexcept
+    bool takeSequence(const char*& at, const char* end, char32_t& value) noexcept
     {
-        const unsigned char lead = byteAt(at);
-        if (isContinuation(lead))
+        const std::size_t count = continuationCount(byteAt(at));
+        if (static_cast<std::size_t>(end - at) <= count || !decodeSequence(at, count, value))
             return false;
-        const std::size_t count = continuationCount(lead);
-        if (static_cast<std::size_t>(end - at) <= count)
-            return false;
-        value = lead;
-        for (std::size_t i = 1; i <= count; ++i) {
-            const unsigned char byte = byteAt(at + i);
-            if (!isContinuation(byte))
-                return false;
-            value = (value << 6) | (byte & 0x3FU);
-        }
-        value &= valueMasks[count]; // takes away the marker bits of the lead
         at += count + 1;
-        const bool overlong = value <= valueMasks[count - 1];
-        const bool surrogate = value >= 0xD800 && value <= 0xDFFF;
-        return !overlong && !surrogate && value <= MAX_CODE_POINT;
+        return true;
     }
 
 } // namespace
@@ -94,7 +62,7 @@ bool decodeUtf8(std::string_view utf8, std::u32string& result)
         if (at == end)
             return true;
         char32_t value = 0;
-        if (!decodeSequence(at, end, value))
+        if (!takeSequence(at, end, value))
             return false;
         *out++ = value;
     }

@@ -1,4 +1,5 @@
 #include <foundation/network/IRI.hpp>
+#include <foundation/network/iri/IRIView.hpp>
 
 #include "iri/AllocationCounter.hpp"
 
@@ -67,6 +68,14 @@ TEST(IRIAllocation, tryingTakesOneWhateverComesOfIt)
     EXPECT_EQ(allocationsOf([&] { EXPECT_TRUE(IRI::tryParse(utf16)); }), 1U);
     EXPECT_EQ(allocationsOf([&] { EXPECT_FALSE(IRI::tryParse(half)); }), 1U);
     EXPECT_EQ(tests::bytesInUse(), inUse);
+}
+
+TEST(IRIAllocation, lookingTakesNone)
+{
+    for (const std::string& text : {url, url + "é", url + "\\", url + "\xC3"})
+        EXPECT_EQ(allocationsOf([&] { iri::IRIView::parse(text); }), 0U);
+    const std::string long_ = url + std::string(1 << 20, 'a');
+    EXPECT_EQ(allocationsOf([&] { EXPECT_TRUE(iri::IRIView::parse(long_)); }), 0U);
 }
 
 TEST(IRIAllocation, emptyValuesMovesAndSwapsTakeNone)

@@ -64,8 +64,10 @@ public:
     template <class Predicate>
     void skipWhile(Predicate predicate)
     {
-        while (at_ != last_ && predicate(*at_))
-            ++at_;
+        It at = at_; // a place that nobody else sees can stay in a register
+        while (at != last_ && predicate(*at))
+            ++at;
+        at_ = at;
     }
 
 private:

@@ -4,13 +4,22 @@
 
 namespace foundation::network::iri::grammar {
 
-bool parseIriReference(std::u32string::const_iterator& first, std::u32string::const_iterator last,
-                       iri::detail::Parts<std::u32string::const_iterator>& parts)
+template <class It>
+bool parseIriReference(It& first, It last, iri::detail::Parts<It>& parts)
 {
-    Cursor at(first, last);
+    Cursor<It> at(first, last);
     IRI_reference(at, parts);
     first = at.position();
     return true;
 }
+
+template bool parseIriReference(std::u32string::const_iterator&, std::u32string::const_iterator,
+                                iri::detail::Parts<std::u32string::const_iterator>&);
+template bool parseIriReference(text::AsciiIterator&, text::AsciiIterator,
+                                iri::detail::Parts<text::AsciiIterator>&);
+template bool parseIriReference(text::Utf8Iterator&, text::Utf8Iterator,
+                                iri::detail::Parts<text::Utf8Iterator>&);
+template bool parseIriReference(text::Utf16Iterator&, text::Utf16Iterator,
+                                iri::detail::Parts<text::Utf16Iterator>&);
 
 } // namespace foundation::network::iri::grammar

@@ -3,6 +3,7 @@
 #include <foundation/network/API.hpp>
 #include <foundation/network/iri/Encoding.hpp>
 #include <foundation/network/iri/detail/Component.hpp>
+#include <foundation/network/iri/detail/ComponentRanges.hpp>
 #include <foundation/network/iri/detail/LazyHash.hpp>
 
 #include <atomic>
@@ -47,17 +48,6 @@ struct ComponentFlags {
     bool pathHasDotSegments = false; ///< of a built value; a parsed one looks at its text
     bool pathIsEmpty = true;
     bool formEncoded = false; ///< the query was put together from pairs
-};
-
-/// Where the components of a text end, as indexes into it. What lies between two ends, but for the
-/// delimiters, is the component.
-struct ComponentRanges {
-    std::size_t schemeEnd = 0;
-    std::size_t hostBegin = 0;
-    std::size_t hostEnd = 0;
-    std::size_t pathBegin = 0;
-    std::size_t pathEnd = 0;
-    std::size_t queryEnd = 0;
 };
 
 /// The working class behind `foundation::network::IRI`, which tells what the operations mean.
@@ -195,7 +185,6 @@ private:
     bool parse();
     void parseOrThrow();
     void setPartFlags(const Parts<It>& parts);
-    void setRanges(const Parts<It>& parts);
 
     // Reading components.
 
