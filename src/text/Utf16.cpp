@@ -13,6 +13,28 @@ namespace {
 
     constexpr char32_t FIRST_SUPPLEMENTARY = 0x10000;
 
+    // Copies the units at the front that are the same in UTF-16 and UTF-32 and lie below the
+    // surrogates, eight at a time, and moves both positions past them.
+    template <class From, class To>
+    void copyRun(const From*& at, const From* end, To*& out) noexcept
+    {
+        constexpr std::ptrdiff_t STEP = 8;
+        constexpr From FIRST_SURROGATE = 0xD800;
+        while (end - at >= STEP) {
+            bool areBelow = true;
+            for (std::ptrdiff_t i = 0; i < STEP; ++i)
+                areBelow &= at[i] < FIRST_SURROGATE;
+            if (!areBelow)
+                break;
+            for (std::ptrdiff_t i = 0; i < STEP; ++i)
+                out[i] = static_cast<To>(at[i]);
+            at += STEP;
+            out += STEP;
+        }
+        while (at != end && *at < FIRST_SURROGATE)
+            *out++ = static_cast<To>(*at++);
+    }
+
     [[noreturn]] void throwMisplacedSurrogate(char16_t unit)
     {
         core::except::throwOutOfRange("Misplaced UTF-16 surrogate U+" + toHexadecimal(unit)
@@ -26,24 +48,27 @@ std::optional<char16_t> decodeUtf16(std::u16string_view utf16, std::u32string& r
     // The units that lead no pair are at least as many as the code points.
     const auto leads =
         std::count_if(utf16.begin(), utf16.end(), [](char16_t u) { return !isLowSurrogate(u); });
-    result.clear();
-    result.reserve(static_cast<std::size_t>(leads));
+    result.resize(static_cast<std::size_t>(leads));
 
-    for (auto at = utf16.begin(); at != utf16.end(); ++at) {
-        const char16_t unit = *at;
+    const char16_t* at = utf16.data();
+    const char16_t* const end = at + utf16.size();
+    char32_t* out = result.data();
+    for (;;) {
+        copyRun(at, end, out);
+        if (at == end)
+            return std::nullopt;
+        const char16_t unit = *at++;
         if (!isSurrogate(unit)) {
-            result.push_back(unit);
+            *out++ = unit;
             continue;
         }
         if (isLowSurrogate(unit))
             return unit;
-        const bool atEnd = at + 1 == utf16.end();
-        const char16_t next = atEnd ? u'\0' : *++at;
+        const char16_t next = at == end ? u'\0' : *at++;
         if (!isLowSurrogate(next))
             return next;
-        result.push_back(((char32_t{unit} - 0xD7C0) << 10) | (next & 0x3FFU));
+        *out++ = ((char32_t{unit} - 0xD7C0) << 10) | (next & 0x3FFU);
     }
-    return std::nullopt;
 }
 
 std::u32string toUtf32(std::u16string_view utf16)
@@ -56,19 +81,26 @@ std::u32string toUtf32(std::u16string_view utf16)
 
 std::u16string toUtf16(std::u32string_view utf32)
 {
-    std::u16string result;
-    result.reserve(utf32.size());
-    for (const char32_t codePoint : utf32) {
+    const auto supplementary = std::count_if(utf32.begin(), utf32.end(),
+                                             [](char32_t c) { return c >= FIRST_SUPPLEMENTARY; });
+    std::u16string result(utf32.size() + static_cast<std::size_t>(supplementary), u'\0');
+    char16_t* out = result.data();
+    const char32_t* at = utf32.data();
+    const char32_t* const end = at + utf32.size();
+    for (;;) {
+        copyRun(at, end, out);
+        if (at == end)
+            return result;
+        const char32_t codePoint = *at++;
         if (codePoint > MAX_CODE_POINT || isSurrogate(codePoint))
             throwInvalidCodePoint(codePoint);
         if (codePoint < FIRST_SUPPLEMENTARY) {
-            result.push_back(static_cast<char16_t>(codePoint));
+            *out++ = static_cast<char16_t>(codePoint);
             continue;
         }
-        result.push_back(static_cast<char16_t>(0xD7C0 + (codePoint >> 10)));
-        result.push_back(static_cast<char16_t>(0xDC00 + (codePoint & 0x3FF)));
+        *out++ = static_cast<char16_t>(0xD7C0 + (codePoint >> 10));
+        *out++ = static_cast<char16_t>(0xDC00 + (codePoint & 0x3FF));
     }
-    return result;
 }
 
 } // namespace foundation::network::text

@@ -34,6 +34,65 @@ namespace {
             *out++ = byteAt(at++);
     }
 
+    // How many bytes it takes. A value that cannot be written counts as four.
+    std::size_t utf8Length(std::u32string_view utf32) noexcept
+    {
+        std::size_t length = 0;
+        for (const char32_t c : utf32)
+            length += 1U + unsigned{c >= 0x80} + unsigned{c >= 0x800} + unsigned{c >= 0x10000};
+        return length;
+    }
+
+    // Narrows the ASCII characters at the front, eight at a time, and moves both positions past
+    // them.
+    void narrowAsciiRun(const char32_t*& at, const char32_t* end, char*& out) noexcept
+    {
+        constexpr std::ptrdiff_t STEP = 8;
+        while (end - at >= STEP) {
+            char32_t bits = 0;
+            for (std::ptrdiff_t i = 0; i < STEP; ++i)
+                bits |= at[i];
+            if (bits >= 0x80)
+                break;
+            for (std::ptrdiff_t i = 0; i < STEP; ++i)
+                out[i] = static_cast<char>(at[i]);
+            at += STEP;
+            out += STEP;
+        }
+        while (at != end && *at < 0x80)
+            *out++ = static_cast<char>(*at++);
+    }
+
+    // Writes one code point; gives the place behind it. There is room for four bytes, or for as many
+    // as it takes.
+    char* put(char* out, char32_t codePoint)
+    {
+        const auto continuation = [codePoint](unsigned shift) {
+            return static_cast<char>(0x80U | ((codePoint >> shift) & 0x3FU));
+        };
+        const auto lead = [codePoint](unsigned marker, unsigned shift) {
+            return static_cast<char>(marker | (codePoint >> shift));
+        };
+        if (codePoint < 0x80) {
+            *out++ = lead(0, 0);
+        } else if (codePoint < 0x800) {
+            *out++ = lead(0xC0, 6);
+            *out++ = continuation(0);
+        } else if (codePoint < 0x10000) { // surrogates too: only UTF-16 has no way to write them
+            *out++ = lead(0xE0, 12);
+            *out++ = continuation(6);
+            *out++ = continuation(0);
+        } else {
+            if (codePoint > MAX_CODE_POINT)
+                throwInvalidCodePoint(codePoint);
+            *out++ = lead(0xF0, 18);
+            *out++ = continuation(12);
+            *out++ = continuation(6);
+            *out++ = continuation(0);
+        }
+        return out;
+    }
+
     // Decodes one sequence of more than one byte and moves past it. False if it has a defect.
     bool takeSequence(const char*& at, const char* end, char32_t& value) noexcept
     {
@@ -78,34 +137,23 @@ std::u32string toUtf32(std::string_view utf8)
 
 Utf8Sequence encodeUtf8(char32_t codePoint)
 {
-    const auto continuation = [codePoint](unsigned shift) {
-        return static_cast<char>(0x80U | ((codePoint >> shift) & 0x3FU));
-    };
-    const auto lead = [codePoint](unsigned marker, unsigned shift) {
-        return static_cast<char>(marker | (codePoint >> shift));
-    };
-    if (codePoint < 0x80)
-        return {{lead(0, 0)}, 1};
-    if (codePoint < 0x800)
-        return {{lead(0xC0, 6), continuation(0)}, 2};
-    if (codePoint < 0x10000) // surrogates too: only UTF-16 has no way to write them
-        return {{lead(0xE0, 12), continuation(6), continuation(0)}, 3};
-    if (codePoint > MAX_CODE_POINT)
-        throwInvalidCodePoint(codePoint);
-    return {{lead(0xF0, 18), continuation(12), continuation(6), continuation(0)}, 4};
+    Utf8Sequence sequence{};
+    sequence.length = static_cast<std::uint8_t>(put(sequence.bytes, codePoint) - sequence.bytes);
+    return sequence;
 }
 
 std::string toUtf8(std::u32string_view utf32)
 {
-    std::string result;
-    result.reserve(utf32.size());
-    for (const char32_t codePoint : utf32) {
-        if (codePoint < 0x80)
-            result.push_back(static_cast<char>(codePoint));
-        else
-            result.append(encodeUtf8(codePoint).view());
+    std::string result(utf8Length(utf32), '\0');
+    const char32_t* at = utf32.data();
+    const char32_t* const end = at + utf32.size();
+    char* out = result.data();
+    for (;;) {
+        narrowAsciiRun(at, end, out);
+        if (at == end)
+            return result;
+        out = put(out, *at++);
     }
-    return result;
 }
 
 } // namespace foundation::network::text

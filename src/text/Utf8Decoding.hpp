@@ -15,9 +15,6 @@ constexpr bool isContinuation(unsigned char byte) noexcept
     return (byte & 0xC0) == 0x80;
 }
 
-/// The largest value that fits behind a lead byte with so many continuation bytes.
-inline constexpr char32_t utf8ValueMasks[] = {0x7F, 0x7FF, 0xFFFF, 0x1FFFFF};
-
 /// As many continuation bytes as the lead of more than one byte announces; a lead from F8 up counts
 /// as one of four bytes.
 constexpr std::size_t continuationCount(unsigned char lead) noexcept
@@ -30,19 +27,21 @@ constexpr std::size_t continuationCount(unsigned char lead) noexcept
 constexpr bool decodeSequence(const char* at, std::size_t count, char32_t& value) noexcept
 {
     const unsigned char lead = byteAt(at);
-    if (isContinuation(lead))
-        return false;
-    value = lead;
-    for (std::size_t i = 1; i <= count; ++i) {
-        const unsigned char byte = byteAt(at + i);
-        if (!isContinuation(byte))
-            return false;
-        value = (value << 6) | (byte & 0x3FU);
+    // The low six bits are those of a continuation; what lies above tells whether it is one.
+    const auto payload = [at](std::size_t i) { return char32_t{byteAt(at + i)} ^ 0x80U; };
+    const char32_t first = payload(1);
+    if (count == 1) {
+        value = ((lead & 0x1FU) << 6) | first;
+        return !isContinuation(lead) && first < 0x40 && value >= 0x80;
     }
-    value &= utf8ValueMasks[count]; // takes away the marker bits of the lead
-    const bool overlong = value <= utf8ValueMasks[count - 1];
-    const bool surrogate = value >= 0xD800 && value <= 0xDFFF;
-    return !overlong && !surrogate && value <= 0x10FFFF;
+    const char32_t second = payload(2);
+    if (count == 2) {
+        value = ((lead & 0x0FU) << 12) | (first << 6) | second;
+        return (first | second) < 0x40 && value >= 0x800 && (value & 0xFFFFF800U) != 0xD800;
+    }
+    const char32_t third = payload(3);
+    value = ((lead & 0x07U) << 18) | (first << 12) | (second << 6) | third;
+    return (first | second | third) < 0x40 && value >= 0x10000 && value <= 0x10FFFF;
 }
 
 } // namespace foundation::network::text
