@@ -103,6 +103,7 @@ public:
     /// @throws what `hashValue` throws; nothing has changed then
     IRI& operator=(IRI&& other); // NOLINT(performance-noexcept-move-constructor): may hash
 
+    /// Frees the text and all that was made of it; copies have their own.
     ~IRI() override;
 
     /// Exchanges two values.
@@ -111,12 +112,16 @@ public:
     /// Whether the text is empty, or there is none.
     bool isEmpty() const noexcept { return Base::isEmpty(); }
 
+    /// Whether the IRI has a scheme. If not, it is a relative reference, or empty.
     bool hasScheme() const noexcept { return Base::hasScheme(); }
 
     /// Whether the IRI has an authority. It then has a host too, which may be empty.
     bool hasAuthority() const noexcept { return Base::hasAuthority(); }
 
+    /// Whether there is a query, be it an empty one, as in "a?".
     bool hasQuery() const noexcept { return Base::hasQuery(); }
+
+    /// Whether there is a fragment, be it an empty one, as in "a#".
     bool hasFragment() const noexcept { return Base::hasFragment(); }
 
     /// Whether the path begins with "/".
@@ -131,8 +136,13 @@ public:
     /// "mailto:a@b" is opaque, and "mailto:" is too.
     bool isOpaque() const noexcept { return Base::isOpaque(); }
 
+    /// Whether there is a port; it is not taken from the scheme.
     bool hasPort() const noexcept { return Base::hasPort(); }
+
+    /// The same as `hasAuthority`: a host may be empty, as in "file:///".
     bool hasHost() const noexcept { return Base::hasHost(); }
+
+    /// Whether there is user information, be it empty, as in "//@h".
     bool hasUserInfo() const noexcept { return Base::hasUserInfo(); }
 
     /// @{
@@ -288,7 +298,8 @@ public:
     /// or cleared; a scheme or an authority that @p args holds already stays, if this IRI has none.
     ///
     /// @departure What is built from the result need not be this IRI: an escaped delimiter becomes
-    ///            a real one, an IP literal loses its brackets, a port its leading zeros.
+    ///            a real one, an IP literal loses its brackets, a port its leading zeros;
+    ///            `docs/departures.md` has a row for each kind.
     /// @throws what the readers throw, if a component cannot be decoded; nothing has changed then
     void toArgs(IRIArgs& args) const;
 

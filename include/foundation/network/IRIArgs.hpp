@@ -29,10 +29,16 @@ public:
     /// @throws what `IRI::toArgs` throws
     explicit IRIArgs(const IRI& iri);
 
+    /// @{
+    /// A copy of all that was set. What was moved from keeps it, too.
+    /// @complexity Linear in the length of the components, also for a move.
     IRIArgs(const IRIArgs& other);
     IRIArgs(IRIArgs&& other);
     IRIArgs& operator=(const IRIArgs& other);
     IRIArgs& operator=(IRIArgs&& other);
+    /// @}
+
+    /// IRIs that were built from this live on.
     ~IRIArgs() override;
 
     /// @{

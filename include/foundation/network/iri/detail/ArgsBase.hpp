@@ -22,8 +22,14 @@ class ArgsBase {
 public:
     /// Nothing set.
     ArgsBase();
+
+    /// @{
+    /// A copy of all that was set; a move copies too.
     ArgsBase(const ArgsBase& other);
     ArgsBase& operator=(const ArgsBase& other);
+    /// @}
+
+    /// Virtual: an `IRIArgs` may be destroyed through its base.
     virtual ~ArgsBase();
 
     /// @{

@@ -15,7 +15,7 @@ namespace foundation::network::iri::detail {
 /// them. RFC 3987, 2.2: `ihier-part`, `irelative-part`.
 template <class It>
 struct HierarchicalPart {
-    using Range = boost::iterator_range<It>;
+    using Range = boost::iterator_range<It>; ///< from the first character to behind the last
 
     boost::optional<Range> userInfo; ///< before the "@", without it
     boost::optional<Range> host;     ///< an IP literal keeps its brackets

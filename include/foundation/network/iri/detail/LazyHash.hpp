@@ -10,9 +10,14 @@ namespace foundation::network::iri::detail {
 /// Const use from many threads is safe; taking over, exchanging and forgetting are not beside it.
 class LazyHash {
 public:
+    /// Not computed yet.
     LazyHash() = default;
+
+    /// @{
+    /// Not copied: whether a hash was computed here stays with the object. See `assign`.
     LazyHash(const LazyHash&) = delete;
     LazyHash& operator=(const LazyHash&) = delete;
+    /// @}
 
     /// Whether the hash belongs to the value and was computed.
     bool isValid() const noexcept { return state_.load(std::memory_order_acquire) == VALID; }
@@ -48,6 +53,7 @@ public:
         state_.store(VALID, std::memory_order_release);
     }
 
+    /// Exchanges the hashes with another value's, as far as they were computed.
     void swap(LazyHash& other) noexcept
     {
         LazyHash mine;

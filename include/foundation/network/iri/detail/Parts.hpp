@@ -16,7 +16,7 @@ namespace foundation::network::iri::detail {
 /// `IRI-reference`.
 template <class It>
 struct Parts {
-    using Range = boost::iterator_range<It>;
+    using Range = boost::iterator_range<It>; ///< from the first character to behind the last
 
     boost::optional<Range> scheme;         ///< without the ":"
     HierarchicalPart<It> hierarchicalPart; ///< authority and path

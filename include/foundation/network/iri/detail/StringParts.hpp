@@ -31,12 +31,21 @@ namespace detail {
     template <class Coder>
     class CellPlace {
     public:
-        using Cell = ComponentCell<Coder>;
+        using Cell = ComponentCell<Coder>; ///< what holds the text and its forms
 
+        /// Absent.
         CellPlace() = default;
+
+        /// A copy with a cell of its own.
         CellPlace(const CellPlace& other);
+
+        /// @{
+        /// Takes the cell over. If the other was present, it stays so, without a text.
         CellPlace(CellPlace&& other) noexcept;
         CellPlace& operator=(CellPlace&& other) noexcept;
+        /// @}
+
+        /// Frees the cell.
         ~CellPlace();
 
         /// The cell with the text, or null.
@@ -53,7 +62,10 @@ namespace detail {
         template <class... Context>
         void engage(std::u32string_view text, const Context&... context);
 
+        /// Makes the component absent.
         void reset() noexcept;
+
+        /// Exchanges two places.
         void swap(CellPlace& other) noexcept;
 
     private:
@@ -91,10 +103,16 @@ namespace detail {
         /// their readers throw. Whether it is empty does not change.
         StringParts(StringParts&& other) noexcept;
 
+        /// Assigns a copy; if memory runs out, nothing has changed.
         StringParts& operator=(const StringParts& other);
+
+        /// Takes the texts over, and leaves the other as the move constructor does.
         StringParts& operator=(StringParts&& other) noexcept;
+
+        /// Frees the texts; references that readers gave end here.
         ~StringParts();
 
+        /// Exchanges all components.
         void swap(StringParts& other) noexcept;
 
         /// Whether no component was set since construction or `reset`; a path that was set to the

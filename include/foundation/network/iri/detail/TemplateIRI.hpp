@@ -35,19 +35,19 @@ class Building;
 
 /// Which components an IRI has, and what follows from that.
 struct ComponentFlags {
-    bool hasScheme = false;
-    bool hasQuery = false;
-    bool hasFragment = false;
-    bool hasAuthority = false;
+    bool hasScheme = false;       ///< never empty
+    bool hasQuery = false;        ///< may be empty
+    bool hasFragment = false;     ///< may be empty
+    bool hasAuthority = false;    ///< the same as hasHost
     bool hasAbsolutePath = false; ///< the path begins with "/"
     bool isAbsolute = false;      ///< has a scheme
     bool isOpaque = false;        ///< has a scheme, but neither an authority nor an absolute path
-    bool hasPort = false;
-    bool hasHost = false;
-    bool hasUserInfo = false;
+    bool hasPort = false;         ///< never without a host
+    bool hasHost = false;         ///< may be empty
+    bool hasUserInfo = false;     ///< may be empty; never without a host
     bool pathHasDotSegments = false; ///< of a built value; a parsed one looks at its text
-    bool pathIsEmpty = true;
-    bool formEncoded = false; ///< the query was put together from pairs
+    bool pathIsEmpty = true;         ///< or absent
+    bool formEncoded = false;        ///< the query was put together from pairs
 };
 
 /// The working class behind `foundation::network::IRI`, which tells what the operations mean.
@@ -80,13 +80,23 @@ public:
     /// The value of some components; see `IRI(const IRIArgs&)`.
     explicit TemplateIRI(const ArgsBase<String>& args);
 
+    /// A copy with all that the other has made so far.
     TemplateIRI(const TemplateIRI& other);
+
+    /// Takes the other's text over and leaves it empty.
     TemplateIRI(TemplateIRI&& other) noexcept;
+
+    /// @{
+    /// Assigns; see the assignments of `IRI` for the hash and for what is left of the other.
     TemplateIRI& operator=(const TemplateIRI& other);
     TemplateIRI& operator=(
         TemplateIRI&& other); // NOLINT(performance-noexcept-move-constructor): may hash
+    /// @}
+
+    /// Frees the text and all that was made of it.
     virtual ~TemplateIRI();
 
+    /// Exchanges two values.
     void swap(TemplateIRI& other) noexcept;
 
     /// @{
@@ -96,6 +106,8 @@ public:
     bool tryRead(std::u16string_view utf16);
     /// @}
 
+    /// @{
+    /// What the value is and has; see the predicates of `IRI`.
     bool isEmpty() const noexcept { return isEmpty_.load(std::memory_order_acquire); }
     bool hasScheme() const noexcept { return flags_.hasScheme; }
     bool hasAuthority() const noexcept { return flags_.hasAuthority; }
@@ -107,13 +119,21 @@ public:
     bool hasPort() const noexcept { return flags_.hasPort; }
     bool hasHost() const noexcept { return flags_.hasHost; }
     bool hasUserInfo() const noexcept { return flags_.hasUserInfo; }
+    /// @}
 
+    /// @{
+    /// The scheme and the port as they were written, and the port as a number; see `IRI`.
+    /// @throws AnonymousInternalException<std::runtime_error> "No scheme" or "No port"
     std::u16string getScheme() const;
     std::string getSchemeUtf8() const;
     std::u16string getPort() const;
     std::string getPortUtf8() const;
     std::uint16_t getPortNumber() const;
+    /// @}
 
+    /// @{
+    /// The components in the form that @p encoding names; see the readers of `IRI`, which tell the
+    /// failures.
     std::u16string getUserInfo(const Encoding& encoding) const;
     std::string getUserInfoUtf8(const Encoding& encoding) const;
     std::u16string getHost(const Encoding& encoding) const;
@@ -128,9 +148,13 @@ public:
     std::string getFragmentUtf8(const Encoding& encoding) const;
     std::u16string getSchemeSpecificPart(const Encoding& encoding) const;
     std::string getSchemeSpecificPartUtf8(const Encoding& encoding) const;
+    /// @}
 
+    /// @{
+    /// The whole IRI; see `IRI::toString` and `IRI::toAsciiString`.
     std::u16string toString(bool strict) const;
     std::u16string toAsciiString(bool strict) const;
+    /// @}
 
     /// @{
     /// The whole IRI in the form that @p encoding names. The two are the same: neither name
@@ -148,10 +172,14 @@ public:
     /// Puts the components into @p args; see `IRI::toArgs`.
     void toArgs(ArgsBase<String>& args) const;
 
+    /// @{
+    /// Compares by exact texts; see the operators of `IRI`.
     bool operator==(const TemplateIRI& other) const;
     bool operator!=(const TemplateIRI& other) const;
     bool operator<(const TemplateIRI& other) const;
+    /// @}
 
+    /// 64-bit FNV-1a over the text; see `IRI::hashValue`.
     std::uint64_t hashValue() const;
 
 private:
