@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Holds README.md against what the programs are and print.
 
-readme.py code README EXAMPLE_SOURCE   the first C++ block is that file, whole
+readme.py code README SOURCE...        the C++ blocks are these files, whole and in this order
 readme.py output README PROGRAM WORD   the block below the first line that ends in "WORD ..." is what
                                        the program prints; the words behind WORD are its arguments
 """
@@ -18,10 +18,6 @@ BLOCK = re.compile(r"^```(\S*)\n(.*?)^```$", re.MULTILINE | re.DOTALL)
 def blocks(page, language):
     """The contents of the fenced blocks of a language."""
     return [match[2] for match in BLOCK.finditer(page) if match[1] == language]
-
-
-def code_of(page):
-    return blocks(page, "cpp")[0]
 
 
 def session_of(page, word):
@@ -41,13 +37,24 @@ def compare(what, written, real):
     return 1
 
 
-def main(mode, readme, subject, word=None):
-    page = pathlib.Path(readme).read_text(encoding="utf-8")
-    if mode == "code":
-        return compare("example", code_of(page), pathlib.Path(subject).read_text(encoding="utf-8"))
+def check_code(page, *sources):
+    written = blocks(page, "cpp")
+    if len(written) != len(sources):
+        print(f"README.md has {len(written)} C++ blocks for {len(sources)} examples")
+        return 1
+    texts = [pathlib.Path(source).read_text(encoding="utf-8") for source in sources]
+    return max(map(compare, ["example"] * len(texts), written, texts))
+
+
+def check_output(page, program, word):
     arguments, output = session_of(page, word)
-    run = subprocess.run([subject, *arguments], capture_output=True, check=False)
+    run = subprocess.run([program, *arguments], capture_output=True, check=False)
     return compare("output", output, run.stdout.decode("utf-8")) or run.returncode
+
+
+def main(mode, readme, *rest):
+    page = pathlib.Path(readme).read_text(encoding="utf-8")
+    return {"code": check_code, "output": check_output}[mode](page, *rest)
 
 
 if __name__ == "__main__":
