@@ -14,9 +14,10 @@ template <class It>
 std::optional<IRIView> IRIView::parseBy(std::string_view utf8) noexcept
 {
     const char* const begin = utf8.data();
+    It first(begin);
     detail::Parts<It> parts;
     std::uint16_t portNumber = 0;
-    if (!detail::readReference(It(begin), It(begin + utf8.size()), parts, portNumber))
+    if (!detail::readReference(first, It(begin + utf8.size()), parts, portNumber))
         return std::nullopt;
     parts.update();
     return IRIView(

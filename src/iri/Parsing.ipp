@@ -41,8 +41,9 @@ bool TemplateIRI<String>::parse()
     isEmpty_.store(false, std::memory_order_relaxed);
 
     const String& text = text_;
+    It first = text.begin();
     Parts<It> parts;
-    if (!readReference(text.begin(), text.end(), parts, portNumber_))
+    if (!readReference(first, text.end(), parts, portNumber_))
         return false;
     setPartFlags(parts);
     parts.update();

@@ -2,6 +2,7 @@
 // all short texts over small alphabets, on texts one slip away from an IRI, and on broken encodings.
 
 #include <foundation/network/IRI.hpp>
+#include <foundation/network/iri/Diagnosis.hpp>
 #include <foundation/network/iri/IRIView.hpp>
 
 #include "iri/Expect.hpp"
@@ -105,12 +106,65 @@ namespace {
         return ""; // there are none of UTF-16
     }
 
+    using iri::Diagnosis;
+
+    template <class Text>
+    Text ascii(const char* text)
+    {
+        const std::string_view view(text);
+        return Text(view.begin(), view.end());
+    }
+
+    // Whether a component was good so far and is not any more with what is at fault, where that is
+    // one character: then the place is right.
+    template <class Text>
+    bool isTheRightPlace(const Text& text, const Diagnosis& diagnosis)
+    {
+        if (diagnosis.code != Diagnosis::Code::BadCharacter
+            && diagnosis.code != Diagnosis::Code::BadEscape
+            && diagnosis.code != Diagnosis::Code::ExtraAtSign)
+            return true;
+        const Text end =
+            ascii<Text>(diagnosis.component == Diagnosis::Component::UserInfo ? "@" : "");
+        const std::size_t endOfFault = diagnosis.offset + diagnosis.length;
+        return diagnosis.length > 0 && IRI::tryParse(text.substr(0, diagnosis.offset) + end)
+               && !IRI::tryParse(text.substr(0, endOfFault) + end);
+    }
+
+    template <class Text>
+    std::string differenceOfDiagnoses(const Text& text, const Constructed& constructed)
+    {
+        const std::optional<Diagnosis> diagnosis = iri::diagnose(text);
+        const std::optional<Text> repaired = iri::repair(text);
+        if (diagnosis.has_value() == constructed.value.has_value())
+            return diagnosis ? "there is a diagnosis" : "there is no diagnosis";
+        if (!diagnosis)
+            return repaired == text ? "" : "a good text is repaired";
+
+        const bool isBadEncoding = diagnosis->code == Diagnosis::Code::BadUtf8
+                                   || diagnosis->code == Diagnosis::Code::BadUtf16;
+        if (isBadEncoding != constructed.isBadEncoding)
+            return "the diagnosis has another opinion of the encoding";
+        if (diagnosis->offset > text.size() || diagnosis->length > text.size() - diagnosis->offset)
+            return "the diagnosis lies outside of the text";
+        if (!isTheRightPlace(text, *diagnosis))
+            return "the diagnosis is of another place";
+        if ((diagnosis->component == Diagnosis::Component::None)
+            != (diagnosis->code == Diagnosis::Code::SurroundingSpace))
+            return "the diagnosis is of another component";
+        if (repaired && (iri::diagnose(*repaired) || !IRI::tryParse(*repaired)))
+            return "the repaired text is no IRI";
+        return "";
+    }
+
     template <class Text>
     std::string difference(const Text& text)
     {
         const Constructed constructed = construct(text);
         const std::optional<IRI> tried = IRI::tryParse(text);
         if (std::string what = differenceOfViews(text, constructed.value); !what.empty())
+            return what;
+        if (std::string what = differenceOfDiagnoses(text, constructed); !what.empty())
             return what;
         if (!constructed.value)
             return tried ? "tryParse takes it" : "";
@@ -224,6 +278,16 @@ RC_GTEST_PROP(IRIAgreement, onTextsOfUnitsWithASlip, ())
     const std::u16string text = *insertedAnywhere<std::u16string>(
         wide, {u" ", u"[", u":", u"@", u"%", {0xD800}, {0xDC00}, {0xDC00, 0xD800}});
     RC_ASSERT(difference(text) == "");
+}
+
+// Characters that a text may not show can always be shown as escapes: behind an authority, nothing
+// that is written is beyond repair.
+RC_GTEST_PROP(IRIAgreement, anyTextBehindAnAuthorityIsRepaired, ())
+{
+    const std::string text = "//h/" + *insertedAnywhere(iriReferences(), slips);
+    const std::string broken = *insertedAnywhere(rc::gen::just(text.substr(4)), defects);
+    RC_ASSERT(iri::repair(text).has_value());
+    RC_ASSERT(iri::repair("//h/" + broken).has_value());
 }
 
 RC_GTEST_PROP(IRIAgreement, onDefectsAtEveryPlace, ())

@@ -1,4 +1,5 @@
 #include <foundation/network/IRI.hpp>
+#include <foundation/network/iri/Diagnosis.hpp>
 #include <foundation/network/iri/IRIView.hpp>
 
 #include "iri/AllocationCounter.hpp"
@@ -76,6 +77,15 @@ TEST(IRIAllocation, lookingTakesNone)
         EXPECT_EQ(allocationsOf([&] { iri::IRIView::parse(text); }), 0U);
     const std::string long_ = url + std::string(1 << 20, 'a');
     EXPECT_EQ(allocationsOf([&] { EXPECT_TRUE(iri::IRIView::parse(long_)); }), 0U);
+}
+
+TEST(IRIAllocation, aDiagnosisTakesNone)
+{
+    const std::u16string utf16(url.begin(), url.end());
+    for (const std::string& text : {url, url + "é", url + "\\", "//[:" + url, url + "\xC3"})
+        EXPECT_EQ(allocationsOf([&] { iri::diagnose(text); }), 0U);
+    for (const std::u16string& text : {utf16, utf16 + u"\\", utf16 + char16_t(0xD800)})
+        EXPECT_EQ(allocationsOf([&] { iri::diagnose(text); }), 0U);
 }
 
 TEST(IRIAllocation, emptyValuesMovesAndSwapsTakeNone)
