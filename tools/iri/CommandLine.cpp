@@ -5,10 +5,19 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <charconv>
 #include <iterator>
 
 namespace tool {
 namespace {
+
+    // An option may have two names, as in "-f,--format".
+    bool isNameOf(std::string_view name, std::string_view names) noexcept
+    {
+        const std::size_t comma = names.find(',');
+        return name == names.substr(0, comma)
+               || (comma != std::string_view::npos && name == names.substr(comma + 1));
+    }
 
     std::string joined(const std::vector<std::string>& names)
     {
@@ -56,6 +65,31 @@ void CommandLine::addText(const std::string& name, const std::string& placeholde
     });
 }
 
+void CommandLine::addNumber(const std::string& name, const std::string& placeholder,
+                            std::string help, std::uint64_t least, std::uint64_t most,
+                            std::uint64_t& target)
+{
+    optionHelps_.push_back({name + "=" + placeholder, std::move(help)});
+    const auto read = [name, least, most, &target](const std::string& value) {
+        std::uint64_t number = 0;
+        const char* const end = value.data() + value.size();
+        const auto [stop, error] = std::from_chars(value.data(), end, number);
+        if (error != std::errc() || stop != end || number < least || number > most)
+            throw CLI::ValidationError(name, "not a number from " + std::to_string(least) + " to "
+                                                 + std::to_string(most) + ": " + value);
+        target = number;
+    };
+    app_->add_option_function<std::string>(name, read)
+        ->type_name(placeholder)
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
+}
+
+void CommandLine::endOptionsAtOperand()
+{
+    endsAtOperand_ = true;
+    app_->prefix_command();
+}
+
 void CommandLine::addChoiceByIndex(const std::string& name, const std::string& placeholder,
                                    std::vector<std::string> names, const std::string& help,
                                    std::function<void(std::size_t)> choose)
@@ -80,7 +114,7 @@ std::optional<ExitCode> CommandLine::read(const Arguments& arguments, Output& ou
     Arguments others;
     std::vector<std::pair<const TextOption*, std::string>> values;
     auto word = arguments.begin();
-    for (; word != arguments.end() && *word != "--"; ++word) {
+    for (; word != arguments.end() && (*word != "--" || endsAtOperand_); ++word) {
         const std::size_t equals = word->find('=');
         const TextOption* const option = findTextOption(std::string_view(*word).substr(0, equals));
         if (option == nullptr) {
@@ -106,6 +140,10 @@ std::optional<ExitCode> CommandLine::read(const Arguments& arguments, Output& ou
     }
 
     for (std::string& text : app_->remaining()) {
+        if (endsAtOperand_ && !operands_.empty()) {
+            operands_.push_back({std::move(text), true});
+            continue;
+        }
         if (text.size() > 1 && text.front() == '-')
             return refuse("no such option: " + text::excerpt(text)
                               + R"(; an IRI that begins with "-" goes behind "--")",
@@ -126,7 +164,7 @@ const CommandLine::TextOption* CommandLine::findTextOption(std::string_view name
 {
     const auto found =
         std::find_if(textOptions_.begin(), textOptions_.end(),
-                     [name](const TextOption& option) { return option.name == name; });
+                     [name](const TextOption& option) { return isNameOf(name, option.name); });
     return found == textOptions_.end() ? nullptr : &*found;
 }
 

@@ -4,6 +4,7 @@
 #include "Output.hpp"
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -71,6 +72,14 @@ public:
                          });
     }
 
+    /// Adds an option whose value is a number in a range; if it stands there twice, the last counts.
+    void addNumber(const std::string& name, const std::string& placeholder, std::string help,
+                   std::uint64_t least, std::uint64_t most, std::uint64_t& target);
+
+    /// From now on, the first word that is no option ends the options: it and all words behind it are
+    /// operands. Options with any text (`addText`) do not go with this.
+    void endOptionsAtOperand();
+
     /// Reads the arguments; what follows "--" is operands.
     /// @returns with what code to end now, because help was asked for, or what was asked for makes
     ///          no sense; nothing, if the verb is to do its work
@@ -106,6 +115,7 @@ private:
     std::vector<TextOption> textOptions_;
     std::unique_ptr<CLI::App> app_;
     std::vector<Operand> operands_;
+    bool endsAtOperand_ = false;
 };
 
 } // namespace tool

@@ -123,10 +123,10 @@ void JsonLines::addBool(std::string_view name, bool value)
     writer_->json.Bool(value);
 }
 
-void JsonLines::addNumber(std::string_view name, std::uint32_t value)
+void JsonLines::addNumber(std::string_view name, std::uint64_t value)
 {
     writer_->key(name);
-    writer_->json.Uint(value);
+    writer_->json.Uint64(value);
 }
 
 void JsonLines::addNull(std::string_view name)

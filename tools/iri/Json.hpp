@@ -28,7 +28,7 @@ public:
     /// @param value  valid UTF-8
     void add(std::string_view name, std::string_view value);
     void addBool(std::string_view name, bool value);
-    void addNumber(std::string_view name, std::uint32_t value);
+    void addNumber(std::string_view name, std::uint64_t value);
     void addNull(std::string_view name);
     /// @}
 

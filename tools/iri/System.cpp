@@ -1,16 +1,23 @@
 #include "System.hpp"
 
+#include "Text.hpp"
+
 #include <cerrno>
+#include <csignal>
 #include <cstdlib>
 #include <system_error>
 
+#include <fcntl.h>
 #include <poll.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace tool::system {
 namespace {
 
     constexpr int WAIT_FOR_EVER = -1;
+
+    volatile std::sig_atomic_t interrupted = 0;
 
     int descriptorOf(Stream stream) noexcept
     {
@@ -36,7 +43,7 @@ namespace {
         return errno == EINTR;
     }
 
-    [[noreturn]] void fail(const char* what)
+    [[noreturn]] void fail(const std::string& what)
     {
         throw std::system_error(errno, std::generic_category(), what);
     }
@@ -56,13 +63,71 @@ bool terminalHasColors()
 
 std::size_t readSome(std::span<char> buffer)
 {
+    return readSome(STDIN_FILENO, "standard input", buffer);
+}
+
+int inputDescriptor() noexcept
+{
+    return STDIN_FILENO;
+}
+
+int openForReading(const std::string& path)
+{
+    int descriptor = -1;
+    do
+        descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    while (descriptor < 0 && errno == EINTR);
+    if (descriptor < 0)
+        fail("cannot open " + text::excerpt(path));
+    return descriptor;
+}
+
+std::size_t readSome(int descriptor, const std::string& name, std::span<char> buffer)
+{
     for (;;) {
-        const ssize_t count = ::read(STDIN_FILENO, buffer.data(), buffer.size());
+        const ssize_t count = ::read(descriptor, buffer.data(), buffer.size());
         if (count >= 0)
             return static_cast<std::size_t>(count);
-        if (!isToBeRetried(STDIN_FILENO, POLLIN))
-            fail("cannot read standard input");
+        if (wasInterrupted())
+            return 0;
+        if (!isToBeRetried(descriptor, POLLIN))
+            fail("cannot read " + text::excerpt(name));
     }
+}
+
+void close(int descriptor) noexcept
+{
+    ::close(descriptor);
+}
+
+std::optional<std::uint64_t> remainingSize(int descriptor) noexcept
+{
+    struct stat status {};
+    if (::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode))
+        return std::nullopt;
+    const off_t position = ::lseek(descriptor, 0, SEEK_CUR);
+    if (position < 0 || position > status.st_size)
+        return std::nullopt;
+    return static_cast<std::uint64_t>(status.st_size - position);
+}
+
+void catchInterrupts() noexcept
+{
+    struct sigaction action {};
+    action.sa_handler = [](int) { interrupted = 1; };
+    action.sa_flags = static_cast<int>(SA_RESETHAND);
+    ::sigaction(SIGINT, &action, nullptr);
+}
+
+bool wasInterrupted() noexcept
+{
+    return interrupted != 0;
+}
+
+void endAsInterrupted() noexcept
+{
+    ::signal(SIGINT, SIG_DFL);
+    ::raise(SIGINT);
 }
 
 void writeAll(Stream stream, std::string_view text)

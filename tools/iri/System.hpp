@@ -1,7 +1,10 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <optional>
 #include <span>
+#include <string>
 #include <string_view>
 
 /// What the standard library does not do with the three standard streams. Another operating system
@@ -19,6 +22,27 @@ bool terminalHasColors();
 /// @returns how many bytes that are; 0 at the end of the input
 /// @throws std::system_error
 std::size_t readSome(std::span<char> buffer);
+
+/// @{
+/// The same with a file; standard input is one, and need not be closed.
+int inputDescriptor() noexcept;
+int openForReading(const std::string& path);
+std::size_t readSome(int descriptor, const std::string& name, std::span<char> buffer);
+void close(int descriptor) noexcept;
+/// @}
+
+/// How much of a file lies ahead; nothing, if it is no file on a disk.
+std::optional<std::uint64_t> remainingSize(int descriptor) noexcept;
+
+/// From now on, an interrupt (Ctrl-C) ends the input instead of the program; the second one ends the
+/// program.
+void catchInterrupts() noexcept;
+
+/// Whether there was one.
+bool wasInterrupted() noexcept;
+
+/// Ends the program by the interrupt that was caught, so that who started it sees what happened.
+void endAsInterrupted() noexcept;
 
 /// Writes all of @p text to the output or to the errors.
 /// @throws std::system_error

@@ -1,8 +1,11 @@
 #include "Verbs.hpp"
 
 #include "verbs/Build.hpp"
+#include "verbs/Check.hpp"
 #include "verbs/Compare.hpp"
 #include "verbs/Edit.hpp"
+#include "verbs/Get.hpp"
+#include "verbs/Map.hpp"
 #include "verbs/Parse.hpp"
 #include "verbs/Relativize.hpp"
 #include "verbs/Resolve.hpp"
@@ -16,11 +19,14 @@ namespace {
     // A verb is a file in verbs/ and a line here.
     constexpr Verb VERBS[] = {
         {"parse", "show the components of IRIs", verbs::parse},
+        {"get", "show single components of IRIs", verbs::get},
         {"resolve", "show what references denote against a base", verbs::resolve},
         {"relativize", "show IRIs in terms of a base", verbs::relativize},
         {"build", "put IRIs together from components", verbs::build},
         {"edit", "change components of IRIs", verbs::edit},
+        {"check", "judge whether the lines of files are IRIs", verbs::check},
         {"compare", "tell how two IRIs differ", verbs::compare},
+        {"map", "make one record of each record of the input, in bulk", verbs::map},
     };
 
 } // namespace

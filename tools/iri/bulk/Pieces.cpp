@@ -1,0 +1,122 @@
+#include "Pieces.hpp"
+
+#include "../Text.hpp"
+
+#include <algorithm>
+#include <charconv>
+#include <utility>
+
+namespace tool::bulk {
+namespace {
+
+    constexpr std::size_t READ_SIZE = 256U * 1024U;
+    constexpr std::string_view BYTE_ORDER_MARK = "\xEF\xBB\xBF";
+
+} // namespace
+
+Pieces::Pieces(Source& source, char separator, bool hasChunkHeaders)
+    : source_(source)
+    , separator_(separator)
+    , hasChunkHeaders_(hasChunkHeaders)
+{
+}
+
+bool Pieces::next(std::string& piece)
+{
+    if (!hasChunkHeaders_) {
+        if (ahead_.empty())
+            return nextAsRead(piece);
+        piece = std::exchange(ahead_, {});
+        return true;
+    }
+
+    // What was read may end anywhere in a chunk, and hold several of them.
+    for (;;) {
+        while (chunkRest_ == 0 && !ahead_.empty())
+            takeHeader();
+        if (!ahead_.empty()) {
+            const std::size_t length = lengthOfRecords(ahead_);
+            piece.assign(ahead_, 0, length);
+            ahead_.erase(0, length);
+            return true;
+        }
+        if (!nextAsRead(ahead_)) {
+            if (chunkRest_ != 0)
+                throw BadChunkHeader("the input ends " + std::to_string(chunkRest_)
+                                     + " records before the end of a chunk");
+            return false;
+        }
+    }
+}
+
+std::optional<std::string> Pieces::takeFirst()
+{
+    if (!nextAsRead(ahead_))
+        return std::nullopt;
+    std::string_view piece = ahead_;
+    std::string first(*takeRecord(piece, separator_));
+    ahead_.erase(0, ahead_.size() - piece.size());
+    return first;
+}
+
+bool Pieces::nextAsRead(std::string& piece)
+{
+    piece.swap(rest_);
+    rest_.clear();
+    std::size_t size = piece.size();
+    std::size_t searched = size;
+    while (!isAtEnd_) {
+        // A long record makes the room for the next read as large as itself.
+        piece.resize(size + std::max(READ_SIZE, size));
+        const std::size_t count = source_.read(std::span(piece.data() + size, piece.size() - size));
+        size += count;
+        isAtEnd_ = count == 0;
+
+        const std::size_t end =
+            std::string_view(piece).substr(searched, size - searched).rfind(separator_);
+        if (end != std::string_view::npos) {
+            const std::size_t length = searched + end + 1;
+            rest_.assign(piece, length, size - length);
+            size = length;
+            break;
+        }
+        searched = size;
+    }
+    piece.resize(size);
+
+    if (isFirst_ && size != 0) {
+        isFirst_ = false;
+        if (separator_ == '\n' && piece.starts_with(BYTE_ORDER_MARK))
+            piece.erase(0, BYTE_ORDER_MARK.size());
+        if (piece.empty())
+            return next(piece);
+    }
+    return !piece.empty();
+}
+
+void Pieces::takeHeader()
+{
+    const std::size_t end = ahead_.find(separator_);
+    std::string_view header = std::string_view(ahead_).substr(0, end);
+    if (header.ends_with('\r'))
+        header.remove_suffix(1);
+    const auto [stop, error] =
+        std::from_chars(header.data(), header.data() + header.size(), chunkRest_);
+    if (error != std::errc() || stop != header.data() + header.size())
+        throw BadChunkHeader("not the number of the records of a chunk: " + text::excerpt(header));
+    ahead_.erase(0, end == std::string::npos ? end : end + 1);
+}
+
+// How much of it belongs to the chunk.
+std::size_t Pieces::lengthOfRecords(std::string_view records)
+{
+    std::size_t length = 0;
+    while (chunkRest_ != 0 && length != records.size()) {
+        const std::size_t end = records.find(separator_, length);
+        length = end == std::string_view::npos ? records.size() : end + 1;
+        --chunkRest_;
+    }
+    return length;
+}
+
+} // namespace tool::bulk

@@ -1,0 +1,37 @@
+#include "Source.hpp"
+
+#include "../System.hpp"
+
+namespace tool::bulk {
+
+Source::Source()
+    : name_("<stdin>")
+    , descriptor_(system::inputDescriptor())
+    , isOwned_(false)
+{
+}
+
+Source::Source(const std::string& path)
+    : name_(path)
+    , descriptor_(system::openForReading(path))
+    , isOwned_(true)
+{
+}
+
+Source::~Source()
+{
+    if (isOwned_)
+        system::close(descriptor_);
+}
+
+std::optional<std::uint64_t> Source::remainingSize() const
+{
+    return system::remainingSize(descriptor_);
+}
+
+std::size_t Source::read(std::span<char> buffer)
+{
+    return system::readSome(descriptor_, name_, buffer);
+}
+
+} // namespace tool::bulk

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+
+namespace tool::bulk {
+
+/// A file, or standard input, from which bytes are read.
+class Source {
+public:
+    /// Standard input, under the name "<stdin>".
+    Source();
+
+    /// @param path  of a file; "-" is one like any other
+    /// @throws std::system_error if it cannot be opened, with the path in its text
+    explicit Source(const std::string& path);
+
+    Source(const Source&) = delete;
+    Source& operator=(const Source&) = delete;
+    ~Source();
+
+    /// How to call it in a message.
+    const std::string& name() const noexcept { return name_; }
+
+    /// How many bytes lie ahead, if that is known.
+    std::optional<std::uint64_t> remainingSize() const;
+
+    /// Waits for bytes and takes what there is, at most as much as @p buffer holds.
+    /// @returns how many bytes that are; 0 at the end
+    /// @throws std::system_error with the name in its text
+    std::size_t read(std::span<char> buffer);
+
+private:
+    std::string name_;
+    int descriptor_;
+    bool isOwned_;
+};
+
+} // namespace tool::bulk
