@@ -32,9 +32,8 @@ TemplateIRI<String>::TemplateIRI(const std::u16string& text)
 
 template <class String>
 TemplateIRI<String>::TemplateIRI(const std::string& text)
-    : text_(text::toUtf32(text))
 {
-    parseOrThrow();
+    readOrThrow(text);
 }
 
 template <class String>

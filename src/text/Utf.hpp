@@ -25,6 +25,10 @@ bool decodeUtf8(std::string_view utf8, std::u32string& result);
 ///          noticed: a low one itself, or what stands behind a high one, 0 at the end of the text
 std::optional<char16_t> decodeUtf16(std::u16string_view utf16, std::u32string& result);
 
+/// ASCII to UTF-32.
+/// @param ascii  for which `isAllAscii` holds
+std::u32string widenAscii(std::string_view ascii);
+
 /// UTF-8 to UTF-32.
 /// @throws AnonymousInternalException<std::exception> "Invalid UTF-8 sequence encountered while
 ///         trying to encode UTF-32 character"

@@ -127,6 +127,14 @@ bool decodeUtf8(std::string_view utf8, std::u32string& result)
     }
 }
 
+std::u32string widenAscii(std::string_view ascii)
+{
+    std::u32string result(ascii.size(), U'\0');
+    for (std::size_t i = 0; i < ascii.size(); ++i)
+        result[i] = byteAt(ascii.data() + i);
+    return result;
+}
+
 std::u32string toUtf32(std::string_view utf8)
 {
     std::u32string result;

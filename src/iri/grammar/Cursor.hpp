@@ -19,6 +19,7 @@ public:
 
     It position() const { return at_; }
     void reset(It position) { at_ = position; }
+    It last() const { return last_; }
     bool atEnd() const { return at_ == last_; }
 
     /// The text between @p start and here.

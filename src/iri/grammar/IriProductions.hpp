@@ -203,11 +203,13 @@ void port(Cursor<It>& at)
 }
 
 // *( "/" isegment )
+//
+// Behind the first "/", that is any sequence of "/" and the characters of a segment.
 template <class It>
 void segments(Cursor<It>& at)
 {
-    while (at.take(U'/'))
-        isegment(at);
+    if (at.take(U'/'))
+        skipCharacters<IPCHAR | SLASH>(at);
 }
 
 // RFC 3987, 2.2:  ipath-abempty = *( "/" isegment )
@@ -252,7 +254,7 @@ bool ipath_rootless(Cursor<It>& at)
 template <class It>
 void isegment(Cursor<It>& at)
 {
-    at.skipWhile(ipchar);
+    skipCharacters<IPCHAR>(at);
 }
 
 // RFC 3987, 2.2:  isegment-nz = 1*ipchar
@@ -270,12 +272,10 @@ bool isegment_nz(Cursor<It>& at)
 template <class It>
 bool isegment_nz_nc(Cursor<It>& at)
 {
-    const auto isMember = [](char32_t c) {
-        return ucscharOr(c, UNRESERVED | SUB_DELIMS | AT | PERCENT);
-    };
-    if (!at.is(isMember))
+    constexpr unsigned MEMBERS = UNRESERVED | SUB_DELIMS | AT | PERCENT;
+    if (!at.is([](char32_t c) { return ucscharOr(c, MEMBERS); }))
         return false;
-    at.skipWhile(isMember);
+    skipCharacters<MEMBERS>(at);
     return true;
 }
 
@@ -283,19 +283,16 @@ bool isegment_nz_nc(Cursor<It>& at)
 template <class It>
 void iquery(Cursor<It>& at)
 {
-    at.skipWhile([](char32_t c) {
-        return ucscharOr(c, UNRESERVED | SUB_DELIMS | COLON | AT | PERCENT | SLASH | QUESTION)
-               || iprivate(c);
-    });
+    skipCharacters<IPCHAR | SLASH | QUESTION>(at);
+    while (at.takeIf(iprivate))
+        skipCharacters<IPCHAR | SLASH | QUESTION>(at);
 }
 
 // RFC 3987, 2.2:  ifragment = *( ipchar / "/" / "?" )
 template <class It>
 void ifragment(Cursor<It>& at)
 {
-    at.skipWhile([](char32_t c) {
-        return ucscharOr(c, UNRESERVED | SUB_DELIMS | COLON | AT | PERCENT | SLASH | QUESTION);
-    });
+    skipCharacters<IPCHAR | SLASH | QUESTION>(at);
 }
 
 } // namespace foundation::network::iri::grammar

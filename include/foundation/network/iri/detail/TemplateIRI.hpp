@@ -212,7 +212,15 @@ private:
     /// Takes `text_` apart. @returns false, with the value half filled, if it is no IRI
     bool parse();
     void parseOrThrow();
-    void setPartFlags(const Parts<It>& parts);
+    void readOrThrow(std::string_view utf8);
+
+    /// Takes an ASCII text apart and makes it `text_`. @returns as `parse`
+    bool readAscii(std::string_view ascii);
+
+    template <class TextIt, class IndexOf>
+    bool takeApart(TextIt first, TextIt last, IndexOf indexOf);
+    template <class TextIt>
+    void setPartFlags(const Parts<TextIt>& parts);
 
     // Reading components.
 
