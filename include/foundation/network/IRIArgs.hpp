@@ -107,7 +107,7 @@ public:
     /// The separator in use, "=" and "+" are escaped, a space is written "+". Everything else stays,
     /// "%" and the other separator among it. Escapes that are there already are kept in the IRI, if
     /// @p formEncoded is true or something in a pair had to be escaped; otherwise their "%" is
-    /// escaped when the IRI is built.
+    /// escaped when the IRI is built. `iri::QueryPairs` reads the pairs again.
     ///
     /// @param key    UTF-8 or UTF-16; not empty
     /// @param value  likewise; may be empty
