@@ -4,15 +4,25 @@
 
 #include <cstddef>
 #include <optional>
+#include <vector>
 
 namespace tool {
 
+bool Answers::refuseInvalidUtf8(const Record& record)
+{
+    const std::string problem = text::describeInvalidUtf8(record.text);
+    if (problem.empty())
+        return false;
+    std::string escaped;
+    text::appendEscapedBytes(escaped, record.text);
+    refuse(record, &escaped, true, problem);
+    return true;
+}
+
 void Answers::refuse(const Record& record, const Reading& reading)
 {
-    std::string escaped;
-    if (!reading.isUtf8)
-        text::appendEscapedBytes(escaped, record.text);
-    refuse(record, reading.isUtf8 ? &record.text : &escaped, !reading.isUtf8, reading.why);
+    if (reading.isUtf8 || !refuseInvalidUtf8(record))
+        refuse(record, &record.text, false, reading.why);
 }
 
 void Answers::refuse(const Record& record, const std::string* iri, bool isEscaped,
@@ -98,17 +108,21 @@ void Answers::giveProven(const Record& record, std::string_view result, bool res
 void Answers::giveComponents(std::string_view text, const foundation::network::IRI& iri,
                              const Form& form, const Components& components, std::string_view error)
 {
-    const auto add = [this](std::string_view name, const Component& component) {
+    std::vector<std::string_view> undecodable;
+    const auto add = [&](std::string_view name, const Component& component) {
         if (component.state == Component::State::Present)
             json_.add(name, component.text);
         else if (component.state == Component::State::Absent)
             json_.addNull(name);
+        else
+            undecodable.push_back(name);
     };
 
     json_.begin();
     json_.add("iri", text);
     json_.addBool("valid", true);
     json_.add("form", form.name);
+    json_.add("text", wholeText(iri, form));
     for (std::size_t part = 0; part < PART_COUNT; ++part) {
         if (part == USER_INFO)
             add("authority", components.authority);
@@ -117,6 +131,12 @@ void Answers::giveComponents(std::string_view text, const foundation::network::I
             json_.addNumber("portNumber", iri.getPortNumber());
         else if (part == PORT)
             json_.addNull("portNumber");
+    }
+    if (!undecodable.empty()) {
+        json_.beginList("undecodable");
+        for (const std::string_view name : undecodable)
+            json_.addElement(name);
+        json_.endList();
     }
     if (!error.empty())
         json_.add("error", error);

@@ -25,6 +25,10 @@ public:
     {
     }
 
+    /// Says that a record is not UTF-8, if it is not, with those bytes escaped.
+    /// @returns whether it is not
+    bool refuseInvalidUtf8(const Record& record);
+
     /// Says that a record is no IRI. What of it is not UTF-8 is escaped.
     void refuse(const Record& record, const Reading& reading);
 
@@ -48,6 +52,7 @@ public:
     void giveProven(const Record& record, std::string_view result, bool resolvesBack);
 
     /// Gives an IRI with its components, always as JSON.
+    /// @param text  the record, or what was made of it
     /// @param error  what is wrong with it nevertheless; empty if nothing is
     void giveComponents(std::string_view text, const foundation::network::IRI& iri,
                         const Form& form, const Components& components, std::string_view error);

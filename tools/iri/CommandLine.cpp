@@ -46,6 +46,7 @@ CommandLine::~CommandLine() = default;
 void CommandLine::addFlag(const std::string& name, bool& target, std::string help)
 {
     app_->add_flag(name, target);
+    flags_.push_back(name);
     optionHelps_.push_back({name, std::move(help)});
 }
 
@@ -116,7 +117,11 @@ std::optional<ExitCode> CommandLine::read(const Arguments& arguments, Output& ou
     auto word = arguments.begin();
     for (; word != arguments.end() && (*word != "--" || endsAtOperand_); ++word) {
         const std::size_t equals = word->find('=');
-        const TextOption* const option = findTextOption(std::string_view(*word).substr(0, equals));
+        const std::string name = word->substr(0, equals);
+        // The parser would take "=false" for the contrary of what a flag says.
+        if (equals != std::string::npos && std::count(flags_.begin(), flags_.end(), name) != 0)
+            return refuse(name + ": it takes no value", output);
+        const TextOption* const option = findTextOption(name);
         if (option == nullptr) {
             others.push_back(*word);
         } else if (equals != std::string::npos) {
@@ -146,7 +151,7 @@ std::optional<ExitCode> CommandLine::read(const Arguments& arguments, Output& ou
         }
         if (text.size() > 1 && text.front() == '-')
             return refuse("no such option: " + text::excerpt(text)
-                              + R"(; an IRI that begins with "-" goes behind "--")",
+                              + R"(; what is none but begins with "-" goes behind "--")",
                           output);
         operands_.push_back({std::move(text), false});
     }

@@ -113,6 +113,7 @@ private:
     Help help_;
     std::vector<OptionHelp> optionHelps_;
     std::vector<TextOption> textOptions_;
+    std::vector<std::string> flags_;
     std::unique_ptr<CLI::App> app_;
     std::vector<Operand> operands_;
     bool endsAtOperand_ = false;

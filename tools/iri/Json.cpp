@@ -135,6 +135,22 @@ void JsonLines::addNull(std::string_view name)
     writer_->json.Null();
 }
 
+void JsonLines::beginList(std::string_view name)
+{
+    writer_->key(name);
+    writer_->json.StartArray();
+}
+
+void JsonLines::addElement(std::string_view element)
+{
+    writer_->json.String(element.data(), element.size());
+}
+
+void JsonLines::endList()
+{
+    writer_->json.EndArray();
+}
+
 void JsonLines::end(std::string& result)
 {
     writer_->json.EndObject();
@@ -145,9 +161,8 @@ void JsonLines::end(std::string& result)
 std::string readJsonObject(std::string_view text, JsonObject& result)
 {
     result.clear();
-    const std::size_t invalid = text::findInvalidUtf8(text);
-    if (invalid != std::string_view::npos)
-        return "not valid UTF-8 at byte " + std::to_string(invalid + 1);
+    if (std::string problem = text::describeInvalidUtf8(text); !problem.empty())
+        return problem;
 
     // RapidJSON takes a NUL for the end of the text.
     const std::size_t length = std::min(text.find('\0'), text.size());

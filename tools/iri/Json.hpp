@@ -11,7 +11,7 @@
 
 namespace tool {
 
-/// Writes flat JSON objects (RFC 8259), one after the other, each on a line of its own.
+/// Writes JSON objects (RFC 8259), one after the other, each on a line of its own.
 ///
 /// The output is valid UTF-8 in which unprintable characters are escaped.
 class JsonLines {
@@ -30,6 +30,14 @@ public:
     void addBool(std::string_view name, bool value);
     void addNumber(std::string_view name, std::uint64_t value);
     void addNull(std::string_view name);
+    /// @}
+
+    /// @{
+    /// Begins a member of the object that is a list, adds elements to it, ends it.
+    /// @param element  valid UTF-8
+    void beginList(std::string_view name);
+    void addElement(std::string_view element);
+    void endList();
     /// @}
 
     /// Ends the object and appends it, with a line feed.

@@ -2,18 +2,16 @@
 
 #include "Text.hpp"
 
-#include <cstddef>
 #include <stdexcept>
-#include <string_view>
+#include <utility>
 
 namespace tool {
 
 Reading readIri(const std::string& text)
 {
     // The library takes some bytes for UTF-8 that are not; what is printed must be.
-    const std::size_t invalid = text::findInvalidUtf8(text);
-    if (invalid != std::string_view::npos)
-        return {std::nullopt, "not valid UTF-8 at byte " + std::to_string(invalid + 1), false};
+    if (std::string problem = text::describeInvalidUtf8(text); !problem.empty())
+        return {std::nullopt, std::move(problem), false};
     try {
         return {foundation::network::IRI(text), ""};
     } catch (const foundation::core::except::AnonymousInternalException<std::logic_error>&) {

@@ -152,6 +152,14 @@ std::size_t findInvalidUtf8(std::string_view text) noexcept
     return std::string_view::npos;
 }
 
+std::string describeInvalidUtf8(std::string_view text)
+{
+    const std::size_t invalid = findInvalidUtf8(text);
+    if (invalid == std::string_view::npos)
+        return "";
+    return "not valid UTF-8 at byte " + std::to_string(invalid + 1);
+}
+
 bool isUnprintable(char32_t character) noexcept
 {
     struct Range {

@@ -11,6 +11,9 @@ namespace tool::text {
 /// do.
 std::size_t findInvalidUtf8(std::string_view text) noexcept;
 
+/// What is wrong with a text that is not UTF-8, and where; empty if nothing is.
+std::string describeInvalidUtf8(std::string_view text);
+
 /// Whether a character has no glyph, or does something to what stands around it: controls, format
 /// characters such as those that turn the writing direction, line separators, noncharacters. The
 /// two joiners (U+200C, U+200D) belong to the writing of several languages and are printable.

@@ -277,13 +277,17 @@ class ManyLines(unittest.TestCase):
                 self.assertEqual(record["form"], form)
                 for name in ["scheme", "authority", "userInfo", "host", "port", "path", "query",
                              "fragment"]:
+                    self.assertEqual(name in record, name not in record.get("undecodable", []))
                     if name in record:
                         self.assertEqual(record[name] is None, same[name] is None)
                     else:
                         self.assertEqual(form, "decoded")
                         self.assertIn("%C0%80", same[name])
                         self.assertIn("error", record)
-                if form != "decoded":
+                if form == "decoded":
+                    self.assertEqual(record["text"], record["iri"])
+                else:
+                    self.assertEqual(record["text"], composed(record))
                     self.assertEqual(authority(record), record["authority"])
                 if form.startswith("ascii"):
                     self.assertTrue(composed({**record, "scheme": None}).isascii())

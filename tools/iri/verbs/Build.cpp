@@ -66,14 +66,6 @@ or output not written.
         std::string value;
     };
 
-    std::string checkUtf8(std::string_view text)
-    {
-        const std::size_t invalid = text::findInvalidUtf8(text);
-        if (invalid == std::string_view::npos)
-            return "";
-        return "not valid UTF-8 at byte " + std::to_string(invalid + 1);
-    }
-
     /// The text that the components make (RFC 3986, 5.3).
     std::string compose(const Given& given)
     {
@@ -232,7 +224,7 @@ ExitCode build(const Arguments& arguments, Output& output)
         commandLine.addText(std::string("--").append(PART_NAMES[part].word), "TEXT",
                             std::string("the ").append(PART_NAMES[part].label),
                             [&given, part](std::string value) {
-                                std::string problem = checkUtf8(value);
+                                std::string problem = text::describeInvalidUtf8(value);
                                 given[part] = std::move(value);
                                 return problem;
                             });
@@ -242,7 +234,7 @@ ExitCode build(const Arguments& arguments, Output& output)
                             if (equals == std::string::npos)
                                 return "no \"=\" in it: " + text::excerpt(pair);
                             pairs.push_back({pair.substr(0, equals), pair.substr(equals + 1)});
-                            return checkUtf8(pair);
+                            return text::describeInvalidUtf8(pair);
                         });
     addWholeForms(commandLine, form);
     commandLine.addFlag("--json", isJson, "write a JSON object a line, and read them");

@@ -49,9 +49,11 @@ written as \n, \r, \t or \u{202E}, and a backslash as \\. A text that could be
 taken for "(absent)" or "(empty)" begins with \u{28}.
 
 With --json, an object a line: iri is the text as it was given, valid tells
-whether it is an IRI. If so, form names the form of scheme, authority, userInfo,
-host, port, path, query and fragment, which are null if absent, and portNumber
-is the port as a number. A component that cannot be decoded is left out.
+whether it is an IRI. If so, form names the form of text, which is the whole of
+it, and of scheme, authority, userInfo, host, port, path, query and fragment,
+which are null if absent; portNumber is the port as a number. With form decoded,
+text too stays as it was given, and a component that cannot be decoded is left
+out and named in the list undecodable.
 Whatever is wrong stands in error. An iri that is not UTF-8 is given with each
 such byte as \xFF and each backslash as \\, and escaped is true.
 
