@@ -2,8 +2,10 @@
 """Holds README.md against what the programs are and print.
 
 readme.py code README SOURCE...        the C++ blocks are these files, whole and in this order
-readme.py output README PROGRAM WORD   the block below the first line that ends in "WORD ..." is what
-                                       the program prints; the words behind WORD are its arguments
+readme.py output README PROGRAM WORD [EXCEPT...]
+                                       each block below a line with WORD is what the program prints;
+                                       the words behind WORD are its arguments. Where the first of
+                                       them is one of EXCEPT, the block is for another test
 """
 
 import pathlib
@@ -11,6 +13,8 @@ import re
 import shlex
 import subprocess
 import sys
+
+NO = 1  # the exit code of a program that answers no
 
 BLOCK = re.compile(r"^```(\S*)\n(.*?)^```$", re.MULTILINE | re.DOTALL)
 
@@ -20,14 +24,17 @@ def blocks(page, language):
     return [match[2] for match in BLOCK.finditer(page) if match[1] == language]
 
 
-def session_of(page, word):
-    """The arguments and the output of the first console block with a "$ ... WORD ..." line."""
+def sessions_of(page, word):
+    """The arguments and the output of each console block that begins with a "$ ... WORD ..." line."""
+    result = []
     for block in blocks(page, "console"):
         command, _, output = block.partition("\n")
         words = shlex.split(command.removeprefix("$ "))
         if word in words:
-            return words[words.index(word) + 1 :], output
-    raise ValueError(f"README.md has no console block for {word}")
+            result.append((words[words.index(word) + 1 :], output))
+    if not result:
+        raise ValueError(f"README.md has no console block for {word}")
+    return result
 
 
 def compare(what, written, real):
@@ -46,10 +53,17 @@ def check_code(page, *sources):
     return max(map(compare, ["example"] * len(texts), written, texts))
 
 
-def check_output(page, program, word):
-    arguments, output = session_of(page, word)
-    run = subprocess.run([program, *arguments], capture_output=True, check=False)
-    return compare("output", output, run.stdout.decode("utf-8")) or run.returncode
+def check_output(page, program, word, *others):
+    for arguments, output in sessions_of(page, word):
+        if arguments and arguments[0] in others:
+            continue
+        run = subprocess.run([program, *arguments], capture_output=True, check=False)
+        if compare("output", output, run.stdout.decode("utf-8")):
+            return 1
+        if run.returncode > NO:
+            print(f"{arguments} ends with {run.returncode}")
+            return 1
+    return 0
 
 
 def main(mode, readme, *rest):

@@ -31,7 +31,7 @@ void Answers::refuse(const Record& record, const std::string* iri, bool isEscape
     if (isJson_) {
         json_.begin();
         if (iri != nullptr)
-            json_.add("iri", *iri);
+            json_.add(subject_, *iri);
         if (isEscaped)
             json_.addBool("escaped", true);
         json_.addBool("valid", false);

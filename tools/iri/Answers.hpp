@@ -19,8 +19,10 @@ namespace tool {
 /// What the verbs say of their records, in the same way, as text or as JSON.
 class Answers {
 public:
-    Answers(bool isJson, Output& output)
+    /// @param subject  under what name a record stands in JSON, if it is not to be an IRI
+    Answers(bool isJson, Output& output, std::string_view subject = "iri")
         : isJson_(isJson)
+        , subject_(subject)
         , output_(output)
     {
     }
@@ -71,6 +73,7 @@ private:
     void endJson();
 
     bool isJson_;
+    std::string_view subject_;
     Output& output_;
     JsonLines json_;
 };

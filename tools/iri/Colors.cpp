@@ -27,17 +27,22 @@ namespace {
         case Ink::UserInfo:
             return "\x1B[33m";
         case Ink::Host:
+        case Ink::Name:
             return "\x1B[1m";
         case Ink::Port:
             return "\x1B[31m";
         case Ink::Path:
+        case Ink::Good:
             return "\x1B[32m";
         case Ink::Query:
+        case Ink::Address:
             return "\x1B[36m";
         case Ink::Fragment:
             return "\x1B[94m"; // bright: the plain blue of old terminals is lost on black
         case Ink::Aside:
             return "\x1B[2m";
+        case Ink::Plain:
+            return "";
         case Ink::Failure:
             break;
         }
@@ -46,6 +51,16 @@ namespace {
 
 } // namespace
 
+void addColorOption(CommandLine& commandLine, ColorMode& target)
+{
+    commandLine.addChoice<ColorMode>(
+        "--color", "WHEN",
+        {{"auto", ColorMode::Auto}, {"always", ColorMode::Always}, {"never", ColorMode::Never}},
+        target,
+        "colour the text: auto, always or never. By default auto: on\n"
+        "a terminal, unless NO_COLOR is set or TERM is dumb");
+}
+
 Colors::Colors(ColorMode mode)
     : areOn_(mode == ColorMode::Always || (mode == ColorMode::Auto && areWelcome()))
 {
@@ -53,7 +68,7 @@ Colors::Colors(ColorMode mode)
 
 void Colors::append(std::string& result, Ink ink, std::string_view text) const
 {
-    if (areOn_ && !text.empty())
+    if (areOn_ && ink != Ink::Plain && !text.empty())
         result.append(codeOf(ink)).append(text).append("\x1B[0m");
     else
         result.append(text);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "CommandLine.hpp"
+
 #include <string>
 #include <string_view>
 
@@ -8,8 +10,25 @@ namespace tool {
 /// When to colour: if a person looks at it, in any case, or never.
 enum class ColorMode { Auto, Always, Never };
 
-/// What a text is; each has a colour of its own.
-enum class Ink { Scheme, UserInfo, Host, Port, Path, Query, Fragment, Aside, Failure };
+/// Adds the option that chooses when to colour.
+void addColorOption(CommandLine& commandLine, ColorMode& target);
+
+/// What a text is. The components of an IRI have each a colour of its own.
+enum class Ink {
+    Scheme,
+    UserInfo,
+    Host,
+    Port,
+    Path,
+    Query,
+    Fragment,
+    Name,    ///< of an adapter or a host
+    Address, ///< of either kind
+    Good,    ///< in working order
+    Plain,   ///< without a colour
+    Aside,
+    Failure,
+};
 
 /// Writes text in colour, or without.
 class Colors {

@@ -146,6 +146,21 @@ void JsonLines::addElement(std::string_view element)
     writer_->json.String(element.data(), element.size());
 }
 
+void JsonLines::addElement(std::uint32_t element)
+{
+    writer_->json.Uint(element);
+}
+
+void JsonLines::beginElement()
+{
+    writer_->json.StartObject();
+}
+
+void JsonLines::endElement()
+{
+    writer_->json.EndObject();
+}
+
 void JsonLines::endList()
 {
     writer_->json.EndArray();

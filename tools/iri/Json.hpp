@@ -33,10 +33,14 @@ public:
     /// @}
 
     /// @{
-    /// Begins a member of the object that is a list, adds elements to it, ends it.
+    /// Begins a member of the object that is a list, adds elements to it, ends it. An element that
+    /// is an object begins, gets its members as above, and ends.
     /// @param element  valid UTF-8
     void beginList(std::string_view name);
     void addElement(std::string_view element);
+    void addElement(std::uint32_t element);
+    void beginElement();
+    void endElement();
     void endList();
     /// @}
 

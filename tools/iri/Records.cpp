@@ -77,7 +77,7 @@ bool Records::fillBuffer()
     if (buffer_.empty()) {
         buffer_.resize(BUFFER_SIZE);
         if (system::isTerminal(system::Stream::Input) && system::isTerminal(system::Stream::Error))
-            output_.reportError("reading from the terminal, one IRI a line; Ctrl-D ends");
+            output_.reportError("reading lines from the terminal; Ctrl-D ends");
     }
     begin_ = 0;
     end_ = system::readSome(buffer_);

@@ -5,9 +5,11 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
+#include <string_view>
 #include <system_error>
 
 #include <fcntl.h>
+#include <netdb.h>
 #include <poll.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -142,6 +144,13 @@ void writeAll(Stream stream, std::string_view text)
             fail(stream == Stream::Error ? "cannot write to standard error"
                                          : "cannot write to standard output");
     }
+}
+
+bool meansNoSuchName(const std::error_code& failure) noexcept
+{
+    // The category has no other sign by which a caller of the library could know it.
+    return std::string_view(failure.category().name()) == "asio.netdb"
+           && (failure.value() == HOST_NOT_FOUND || failure.value() == NO_DATA);
 }
 
 } // namespace tool::system

@@ -6,8 +6,10 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <system_error>
 
-/// What the standard library does not do with the three standard streams. Another operating system
+/// What the standard library does not do with the three standard streams and with failures of the
+/// system. Another operating system
 /// needs another System.cpp and nothing else.
 namespace tool::system {
 
@@ -47,5 +49,9 @@ void endAsInterrupted() noexcept;
 /// Writes all of @p text to the output or to the errors.
 /// @throws std::system_error
 void writeAll(Stream stream, std::string_view text);
+
+/// Whether the name service answers with this that there is nothing by that name; else it gave no
+/// answer.
+bool meansNoSuchName(const std::error_code& failure) noexcept;
 
 } // namespace tool::system

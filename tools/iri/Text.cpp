@@ -110,6 +110,33 @@ namespace {
         appendHex(result, character, 4);
     }
 
+    bool isSurrogate(char32_t unit) noexcept
+    {
+        return unit >= 0xD800 && unit <= 0xDFFF;
+    }
+
+    // RFC 3629, 3:  the lead byte says how many others follow, each of which carries six bits.
+    void appendUtf8(std::string& result, char32_t character)
+    {
+        const auto append = [&result](char32_t byte) { result.push_back(static_cast<char>(byte)); };
+        const auto appendRest = [&](int bits) {
+            while ((bits -= 6) >= 0)
+                append(0x80 | ((character >> bits) & 0x3F));
+        };
+        if (character < 0x80) {
+            append(character);
+        } else if (character < 0x800) {
+            append(0xC0 | (character >> 6));
+            appendRest(6);
+        } else if (character < 0x10000) {
+            append(0xE0 | (character >> 12));
+            appendRest(12);
+        } else {
+            append(0xF0 | (character >> 18));
+            appendRest(18);
+        }
+    }
+
     /// Appends what of @p text comes before the end or the length, counted in characters.
     /// @returns how many bytes that took
     std::size_t appendPrintable(std::string& result, std::string_view text,
@@ -158,6 +185,42 @@ std::string describeInvalidUtf8(std::string_view text)
     if (invalid == std::string_view::npos)
         return "";
     return "not valid UTF-8 at byte " + std::to_string(invalid + 1);
+}
+
+std::u16string toUtf16(std::string_view text)
+{
+    std::u16string result;
+    result.reserve(text.size());
+    for (std::size_t index = 0; index < text.size();) {
+        const auto [character, length] = characterAt(text, index);
+        if (character > 0xFFFF) {
+            result.push_back(static_cast<char16_t>(0xD7C0 + (character >> 10)));
+            result.push_back(static_cast<char16_t>(0xDC00 + (character & 0x3FF)));
+        } else {
+            result.push_back(static_cast<char16_t>(character));
+        }
+        index += length;
+    }
+    return result;
+}
+
+std::string toUtf8(std::u16string_view text)
+{
+    std::string result;
+    result.reserve(text.size());
+    for (std::size_t index = 0; index < text.size(); ++index) {
+        const char32_t unit = text[index];
+        const char32_t next = index + 1 < text.size() ? text[index + 1] : U'\0';
+        if (!isSurrogate(unit)) {
+            appendUtf8(result, unit);
+        } else if (unit < 0xDC00 && isSurrogate(next) && next >= 0xDC00) {
+            appendUtf8(result, ((unit - 0xD7C0) << 10) + (next & 0x3FF));
+            ++index;
+        } else {
+            appendUtf8(result, U'\uFFFD');
+        }
+    }
+    return result;
 }
 
 bool isUnprintable(char32_t character) noexcept

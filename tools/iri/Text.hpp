@@ -14,6 +14,12 @@ std::size_t findInvalidUtf8(std::string_view text) noexcept;
 /// What is wrong with a text that is not UTF-8, and where; empty if nothing is.
 std::string describeInvalidUtf8(std::string_view text);
 
+/// Valid UTF-8 as UTF-16.
+std::u16string toUtf16(std::string_view text);
+
+/// UTF-16 as UTF-8, with U+FFFD for a surrogate that has no other half.
+std::string toUtf8(std::u16string_view text);
+
 /// Whether a character has no glyph, or does something to what stands around it: controls, format
 /// characters such as those that turn the writing direction, line separators, noncharacters. The
 /// two joiners (U+200C, U+200D) belong to the writing of several languages and are printable.

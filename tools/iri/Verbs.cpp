@@ -1,10 +1,14 @@
 #include "Verbs.hpp"
 
+#include "verbs/Adapters.hpp"
+#include "verbs/Addr.hpp"
 #include "verbs/Build.hpp"
 #include "verbs/Check.hpp"
 #include "verbs/Compare.hpp"
 #include "verbs/Edit.hpp"
 #include "verbs/Get.hpp"
+#include "verbs/Idn.hpp"
+#include "verbs/Lookup.hpp"
 #include "verbs/Map.hpp"
 #include "verbs/Parse.hpp"
 #include "verbs/Relativize.hpp"
@@ -26,6 +30,10 @@ namespace {
         {"edit", "change components of IRIs", verbs::edit},
         {"check", "judge whether the lines of files are IRIs", verbs::check},
         {"compare", "tell how two IRIs differ", verbs::compare},
+        {"idn", "convert domain names between Unicode and ASCII", verbs::idn},
+        {"addr", "tell about IP addresses", verbs::addr},
+        {"lookup", "look up the addresses of names, and the names of addresses", verbs::lookup},
+        {"adapters", "list the network adapters of this machine", verbs::adapters},
         {"map", "make one record of each record of the input, in bulk", verbs::map},
     };
 

@@ -4,6 +4,8 @@
 #include "Text.hpp"
 #include "Verbs.hpp"
 
+#include <foundation/network/IdnConverter.hpp>
+
 #include <new>
 #include <string>
 #include <string_view>
@@ -25,6 +27,8 @@ std::string helpText()
   iri parse --json <links.txt
   iri resolve --base='http://a.example/b/c' '../d?q'
   iri build --scheme=https --host=example.org --path=/a --pair=q=1
+  iri lookup example.org
+  iri adapters
   iri help parse
 
 Usage: iri VERB [ARGUMENT...]
@@ -41,10 +45,11 @@ Options:
 
 Exit codes:
   0  every record is as asked
-  1  some record is not: it is no IRI, or cannot be shown as asked; or the answer
-     to a question is no
+  1  some record is not: it is no IRI, no address, not found, or cannot be shown
+     as asked; or the answer to a question is no
   2  the command line makes no sense
   3  input could not be read, or output not written
+  4  the system or the name service failed
 )help");
     return result;
 }
@@ -87,7 +92,12 @@ ExitCode run(const Arguments& words, Output& output)
     const Verb* const verb = tool::findVerb(first);
     if (verb == nullptr)
         return refuse("no such verb", first, output);
-    return verb->run(rest, output);
+    try {
+        return verb->run(rest, output);
+    } catch (const foundation::network::IdnConverterException& failure) {
+        output.reportError(failure.what());
+        return ExitCode::System;
+    }
 }
 
 } // namespace

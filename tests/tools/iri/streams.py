@@ -1,11 +1,13 @@
 #!/usr/bin/env python3
 """How the tool deals with its streams, and with many, long and strange lines: streams.py IRI"""
 
+import ipaddress
 import json
 import os
 import random
 import select
 import signal
+import socket
 import subprocess
 import sys
 import tempfile
@@ -81,6 +83,10 @@ class Failures(unittest.TestCase):
         self.expect_full("build", "--path=a")
         self.expect_full("edit", "--clear=path", "a")
         self.expect_full("compare", "a", "a")
+        self.expect_full("idn", "a")
+        self.expect_full("addr", "::")
+        self.expect_full("lookup", "--json", "")
+        self.expect_full("adapters", "--all")
         self.expect_full("parse", "--json", "a")
         self.expect_full("parse", input=b"a\n" * 100000)
         self.expect_full("--help")
@@ -342,6 +348,73 @@ class RoundTrips(unittest.TestCase):
         self.assertEqual([record["path"] for record in objects(done.stdout)], ["a"])
 
 
+class Addresses(unittest.TestCase):
+    def random_addresses(self, count):
+        """Addresses in bytes, with many zeros and ones, and a prefix length."""
+        source = random.Random(4291)
+        for _ in range(count):
+            size = source.choice([4, 16])
+            piece = source.choice([1, 2])
+            pieces = [source.choice([bytes(piece), b"\xff" * piece, source.randbytes(piece)])
+                      for _ in range(size // piece)]
+            start = source.choice([b"", b"", b"\x7f", b"\xa9\xfe", b"\xe1", b"\xfe\x9a", b"\xff\x02"])
+            packed = (start + b"".join(pieces))[:size]
+            # Of an IPv4-mapped address, versions of Python think differently.
+            if not packed.startswith(bytes(10) + b"\xff\xff"):
+                yield packed, source.randint(0, size * 8)
+
+    def test_the_standard_library_of_another_language_says_the_same(self):
+        given = list(self.random_addresses(3000))
+        family = {4: socket.AF_INET, 16: socket.AF_INET6}
+        lines = [ipaddress.ip_address(packed).exploded + f"/{length}" for packed, length in given]
+        done = run("addr", "--json", input="\n".join(lines).encode())
+        self.assertEqual((done.returncode, done.stderr), (0, b""))
+        seen = set()
+        for (packed, length), line, record in zip(given, lines, objects(done.stdout), strict=True):
+            address = ipaddress.ip_address(packed)
+            network = ipaddress.ip_network((packed, length), strict=False).network_address.packed
+            classes = (address.is_loopback, address.is_link_local, address.is_multicast)
+            seen.add((address.version, classes))
+            self.assertEqual(record, {
+                "addr": line, "valid": True, "version": address.version,
+                "address": socket.inet_ntop(family[len(packed)], packed), "bytes": list(packed),
+                "loopback": classes[0], "linkLocal": classes[1], "multicast": classes[2],
+                "scope": None, "prefixlen": length,
+                "network": f"{socket.inet_ntop(family[len(packed)], network)}/{length}"})
+        self.assertGreaterEqual(len(seen), 7)
+
+
+class DomainNames(unittest.TestCase):
+    def test_either_form_leads_to_the_other(self):
+        source = random.Random(46)
+        labels = ["a", "Z9", "ß", "ς", "é", "E\u0301", "я", "日本", "ｆｕｌｌ", "-", "😀", "क्\u200dष",
+                  "א", "ا", "xn--fa-hia"]
+        names = [".".join("".join(source.choices(labels[:-1], k=source.randint(1, 3)))
+                          if source.random() < 0.9 else labels[-1]
+                          for _ in range(source.randint(1, 3))) for _ in range(2000)]
+        first = objects(run("idn", "--json", input="\n".join(names).encode()).stdout)
+        self.assertEqual([record["name"] for record in first], names)
+        good = [record for record in first if record["valid"]]
+        self.assertGreater(len(good), 1000)
+        for form in ["ascii", "unicode"]:
+            again = objects(run("idn", "--json", input="\n".join(
+                record[form] for record in good).encode()).stdout)
+            self.assertEqual([{**record, "name": ""} for record in again],
+                             [{**record, "name": ""} for record in good])
+        for record in good:
+            self.assertTrue(record["ascii"].isascii())
+
+
+    def test_a_label_too_long_to_count_stops_nothing(self):
+        name = "é" * MEBIBYTE
+        done = run("idn", "--json", input=f"x\n{name}\ny\n".encode())
+        records = objects(done.stdout)
+        self.assertEqual([record["ascii"] for record in records], ["x", "", "y"])
+        self.assertEqual([record["valid"] for record in records], [True, False, True])
+        self.assertEqual(records[1]["error"], "cannot be converted: a label is too long")
+        self.assertEqual(done.returncode, 1)
+
+
 class Help(unittest.TestCase):
     def test_the_version_is_one_line(self):
         for option in ["--version", "-V"]:
@@ -354,7 +427,8 @@ class Help(unittest.TestCase):
         self.assertEqual(run("help", "parse").stdout, run("parse", "--help").stdout)
 
     def test_it_fits_a_terminal(self):
-        for verb in ["parse", "resolve", "relativize", "build", "edit", "compare"]:
+        for verb in ["parse", "resolve", "relativize", "build", "edit", "compare", "idn", "addr",
+                     "lookup", "adapters"]:
             text = run(verb, "--help").stdout.decode("utf-8")
             self.assertLessEqual(max(map(len, text.split("\n"))), 80)
 

@@ -234,12 +234,7 @@ ExitCode parse(const Arguments& arguments, Output& output)
 
     addComponentForms(commandLine, options.form);
     commandLine.addFlag("--json", options.json, "write a JSON object a line");
-    commandLine.addChoice<ColorMode>(
-        "--color", "WHEN",
-        {{"auto", ColorMode::Auto}, {"always", ColorMode::Always}, {"never", ColorMode::Never}},
-        options.color,
-        "colour the text: auto, always or never. By default auto: on\n"
-        "a terminal, unless NO_COLOR is set or TERM is dumb");
+    addColorOption(commandLine, options.color);
 
     if (const std::optional<ExitCode> end = commandLine.read(arguments, output))
         return *end;

@@ -1,0 +1,122 @@
+#include "Idn.hpp"
+
+#include "../Answers.hpp"
+#include "../Blocks.hpp"
+#include "../Colors.hpp"
+#include "../Json.hpp"
+#include "../Names.hpp"
+#include "../Records.hpp"
+
+#include <algorithm>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace tool::verbs {
+namespace {
+
+    constexpr std::string_view USAGE = "iri idn [OPTION...] [--] [NAME...]";
+
+    constexpr std::string_view EXAMPLES =
+        R"help(  iri idn 'пример.example' xn--fa-hia.example
+  iri idn --json <names.txt | jq -r .ascii
+)help";
+
+    constexpr std::string_view DETAILS =
+        R"help(Shows each domain name, given in either form, in ASCII and in Unicode (UTS #46,
+non-transitional); or that of each line of standard input, if none is given. "-"
+stands for the lines of standard input too; behind "--" it is a name like any
+other.
+
+What UTS #46 does not allow shows as "?" in ASCII and, if the name was in ASCII
+before, as U+FFFD in Unicode; that is reported on standard error. Whether labels
+are empty or too long for the name service is not looked at.
+
+Characters that a terminal obeys or cannot show are written as \n, \r, \t or
+\u{202E}, and a backslash as \\. With --json, an object a line: name is the name
+as it was given, valid tells whether it could be converted, ascii and unicode
+are its forms. Whatever is wrong stands in error. A name that is not UTF-8 is
+given with each such byte as \xFF and each backslash as \\, and escaped is true.
+
+Exit codes: 0 all is well; 1 some name could not be converted; 2 the command
+line makes no sense; 3 input could not be read, or output not written; 4 the
+conversion itself failed.
+)help";
+
+    /// Shows one name after the other.
+    class Converter {
+    public:
+        Converter(bool isJson, ColorMode color, Output& output)
+            : isJson_(isJson)
+            , output_(output)
+            , answers_(isJson, output, "name")
+            , blocks_(color, output)
+        {
+        }
+
+        ExitCode show(const Record& record);
+
+    private:
+        void give(const Record& record, const DomainName& name);
+
+        bool isJson_;
+        Output& output_;
+        Names names_;
+        Answers answers_;
+        Blocks blocks_;
+    };
+
+    ExitCode Converter::show(const Record& record)
+    {
+        if (answers_.refuseInvalidUtf8(record))
+            return ExitCode::No;
+        const DomainName name = names_.convert(record.text);
+        give(record, name);
+        if (name.problem.empty())
+            return ExitCode::Yes;
+        answers_.report(record, name.problem);
+        return ExitCode::No;
+    }
+
+    void Converter::give(const Record& record, const DomainName& name)
+    {
+        if (!isJson_) {
+            blocks_.begin(record.text);
+            blocks_.add("ascii", Ink::Plain, name.ascii);
+            blocks_.add("unicode", Ink::Plain, name.unicode);
+            blocks_.end();
+            return;
+        }
+        JsonLines json;
+        json.begin();
+        json.add("name", record.text);
+        json.addBool("valid", name.problem.empty());
+        json.add("ascii", name.ascii);
+        json.add("unicode", name.unicode);
+        if (!name.problem.empty())
+            json.add("error", name.problem);
+        json.end(output_.text());
+        output_.endRecord();
+    }
+
+} // namespace
+
+ExitCode idn(const Arguments& arguments, Output& output)
+{
+    bool isJson = false;
+    ColorMode color = ColorMode::Auto;
+    CommandLine commandLine("idn", {EXAMPLES, USAGE, DETAILS});
+    commandLine.addFlag("--json", isJson, "write a JSON object a line");
+    addColorOption(commandLine, color);
+    if (const std::optional<ExitCode> end = commandLine.read(arguments, output))
+        return *end;
+
+    Converter converter(isJson, color, output);
+    Records records(commandLine.operands(), output);
+    ExitCode code = ExitCode::Yes;
+    for (Record record; records.next(record);)
+        code = std::max(code, converter.show(record));
+    return code;
+}
+
+} // namespace tool::verbs
