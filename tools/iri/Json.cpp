@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdlib>
+#include <new>
 #include <utility>
 
 // Texts may be longer than the 32 bits that RapidJSON gives them by default.
@@ -18,6 +20,34 @@ using SizeType = std::size_t;
 
 namespace tool {
 namespace {
+
+    /// RapidJSON writes through what an allocator gives, and would through null.
+    class ThrowingAllocator {
+    public:
+        // The names are RapidJSON's.
+        static constexpr bool kNeedFree = true;
+
+        static void* Malloc(std::size_t size) { return Realloc(nullptr, 0, size); }
+
+        static void* Realloc(void* old, std::size_t /*oldSize*/, std::size_t size)
+        {
+            if (size == 0) {
+                std::free(old);
+                return nullptr;
+            }
+            void* const memory = std::realloc(old, size);
+            if (memory == nullptr)
+                throw std::bad_alloc();
+            return memory;
+        }
+
+        static void Free(void* memory) noexcept { std::free(memory); }
+    };
+
+    using Utf8 = rapidjson::UTF8<>;
+    using Buffer = rapidjson::GenericStringBuffer<Utf8, ThrowingAllocator>;
+    using JsonWriter = rapidjson::Writer<Buffer, Utf8, Utf8, ThrowingAllocator>;
+    using JsonReader = rapidjson::GenericReader<Utf8, Utf8, ThrowingAllocator>;
 
     /// Collects the members of one object, and passes over what is nested in it.
     class ObjectHandler : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, ObjectHandler> {
@@ -91,8 +121,8 @@ namespace {
 } // namespace
 
 struct JsonLines::Writer {
-    rapidjson::StringBuffer buffer;
-    rapidjson::Writer<rapidjson::StringBuffer> json{buffer};
+    Buffer buffer;
+    JsonWriter json{buffer};
 
     void key(std::string_view name) { json.Key(name.data(), name.size()); }
 };
@@ -182,7 +212,7 @@ std::string readJsonObject(std::string_view text, JsonObject& result)
     // RapidJSON takes a NUL for the end of the text.
     const std::size_t length = std::min(text.find('\0'), text.size());
     rapidjson::MemoryStream stream(text.data(), length);
-    rapidjson::Reader reader;
+    JsonReader reader;
     ObjectHandler handler(result);
     // Iterative: the depth of what is nested is for others to choose.
     constexpr unsigned FLAGS =

@@ -12,11 +12,31 @@ MEBIBYTE = 1 << 20
 LIMIT = 256 * MEBIBYTE
 
 
+def limited(program, *arguments, **options):
+    return subprocess.run(
+        [program, *arguments], capture_output=True, timeout=120, check=False,
+        preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_AS, (LIMIT, LIMIT)), **options)
+
+
+def is_well_said(done):
+    """Whether a program had enough memory, or ends with an error and not by a signal."""
+    if done.returncode == 3:
+        return done.stderr == b"iri: not enough memory\n"
+    if done.returncode == 4:
+        return done.stderr == b"iri: U_MEMORY_ALLOCATION_ERROR\n"
+    return done.returncode == 0
+
+
 def main(program):
+    # The longer the line, the sooner memory is wanting, each time in another place.
+    for size in range(8, 56, 4):
+        done = limited(program, "idn", "--json", input=b"x\n" + b"a" * (size * MEBIBYTE))
+        if not is_well_said(done) or not done.stdout.startswith(b'{"name":"x",'):
+            print(size, done.returncode, done.stderr, done.stdout[:1000])
+            return 1
+
     lines = b"x\n" + b"a" * LIMIT
-    done = subprocess.run(
-        [program, "parse", "--json", "--form=ascii"], input=lines, capture_output=True, timeout=120,
-        check=False, preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_AS, (LIMIT, LIMIT)))
+    done = limited(program, "parse", "--json", "--form=ascii", input=lines)
     if done.returncode == 3 and done.stderr == b"iri: not enough memory\n" \
             and done.stdout.startswith(b'{"iri":"x",') and done.stdout.count(b"\n") == 1:
         return 0
