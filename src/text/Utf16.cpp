@@ -3,6 +3,7 @@
 #include "except/Throw.hpp"
 #include "text/CodePointIterator.hpp"
 #include "text/InvalidCodePoint.hpp"
+#include "text/SameUnits.hpp"
 
 #include <algorithm>
 #include <cstddef>
@@ -12,6 +13,9 @@ namespace foundation::network::text {
 namespace {
 
     constexpr char32_t FIRST_SUPPLEMENTARY = 0x10000;
+
+    // Below, there are no surrogates, and a code point is a unit. It is a power of two.
+    constexpr char32_t SAME_IN_ALL = 0x8000;
 
     // Copies the units at the front that are the same in UTF-16 and UTF-32 and lie below the
     // surrogates, eight at a time, and moves both positions past them.
@@ -45,6 +49,10 @@ namespace {
 
 std::optional<char16_t> decodeUtf16(std::u16string_view utf16, std::u32string& result)
 {
+    if (isAllBelow(SAME_IN_ALL, utf16)) {
+        result = copyUnits<std::u32string>(utf16);
+        return std::nullopt;
+    }
     // The units that lead no pair are at least as many as the code points.
     const auto leads =
         std::count_if(utf16.begin(), utf16.end(), [](char16_t u) { return !isLowSurrogate(u); });
@@ -81,6 +89,8 @@ std::u32string toUtf32(std::u16string_view utf16)
 
 std::u16string toUtf16(std::u32string_view utf32)
 {
+    if (isAllBelow(SAME_IN_ALL, utf32))
+        return copyUnits<std::u16string>(utf32);
     const auto supplementary = std::count_if(utf32.begin(), utf32.end(),
                                              [](char32_t c) { return c >= FIRST_SUPPLEMENTARY; });
     std::u16string result(utf32.size() + static_cast<std::size_t>(supplementary), u'\0');

@@ -1,7 +1,9 @@
 #include "text/Utf.hpp"
 
 #include "except/Throw.hpp"
+#include "text/CodePointIterator.hpp"
 #include "text/InvalidCodePoint.hpp"
+#include "text/SameUnits.hpp"
 #include "text/Utf8Decoding.hpp"
 
 #include <algorithm>
@@ -107,6 +109,10 @@ namespace {
 
 bool decodeUtf8(std::string_view utf8, std::u32string& result)
 {
+    if (isAllAscii(utf8)) {
+        result = widenAscii(utf8);
+        return true;
+    }
     // Every sequence has one byte that is no continuation, so there are at most so many sequences.
     const auto leads = std::count_if(utf8.begin(), utf8.end(), [](char narrow) {
         return !isContinuation(static_cast<unsigned char>(narrow));
@@ -120,19 +126,18 @@ bool decodeUtf8(std::string_view utf8, std::u32string& result)
         widenAsciiRun(at, end, out);
         if (at == end)
             return true;
-        char32_t value = 0;
-        if (!takeSequence(at, end, value))
-            return false;
-        *out++ = value;
+        do { // what is not ASCII seldom comes alone
+            char32_t value = 0;
+            if (!takeSequence(at, end, value))
+                return false;
+            *out++ = value;
+        } while (at != end && byteAt(at) >= 0x80);
     }
 }
 
 std::u32string widenAscii(std::string_view ascii)
 {
-    std::u32string result(ascii.size(), U'\0');
-    for (std::size_t i = 0; i < ascii.size(); ++i)
-        result[i] = byteAt(ascii.data() + i);
-    return result;
+    return copyUnits<std::u32string>(ascii);
 }
 
 std::u32string toUtf32(std::string_view utf8)
@@ -152,6 +157,8 @@ Utf8Sequence encodeUtf8(char32_t codePoint)
 
 std::string toUtf8(std::u32string_view utf32)
 {
+    if (isAllBelow(0x80, utf32))
+        return copyUnits<std::string>(utf32);
     std::string result(utf8Length(utf32), '\0');
     const char32_t* at = utf32.data();
     const char32_t* const end = at + utf32.size();
@@ -160,7 +167,9 @@ std::string toUtf8(std::u32string_view utf32)
         narrowAsciiRun(at, end, out);
         if (at == end)
             return result;
-        out = put(out, *at++);
+        do
+            out = put(out, *at++);
+        while (at != end && *at >= 0x80);
     }
 }
 
