@@ -4,17 +4,45 @@
 #include <string_view>
 #include <type_traits>
 
-/// Texts whose units are the same numbers in two encodings: plain loops, of which compilers make
-/// vector code.
+/// Texts whose units are the same numbers in two encodings: loops of which compilers make vector
+/// code.
 namespace foundation::network::text {
+
+namespace detail {
+
+    // So many units are worked on at a time. What is left at the end is worked on together with
+    // some that were done before, since a loop over single units would take longer than all else.
+    inline constexpr std::size_t BLOCK = 16;
+
+    /// Calls @p work with the beginnings of blocks that cover a longer text.
+    template <class Work>
+    void forEachBlock(std::size_t size, Work work)
+    {
+        for (std::size_t begin = 0; begin < size - BLOCK; begin += BLOCK)
+            work(begin);
+        work(size - BLOCK);
+    }
+
+} // namespace detail
 
 /// Whether all units lie below a power of two.
 template <class Unit>
 bool isAllBelow(char32_t powerOfTwo, std::basic_string_view<Unit> text) noexcept
 {
-    std::make_unsigned_t<Unit> bits = 0;
-    for (const Unit unit : text)
-        bits |= static_cast<std::make_unsigned_t<Unit>>(unit);
+    using Bits = std::make_unsigned_t<Unit>;
+    const Unit* const in = text.data();
+    Bits bits = 0;
+    if (text.size() < detail::BLOCK) {
+        for (const Unit unit : text)
+            bits |= static_cast<Bits>(unit);
+    } else {
+        detail::forEachBlock(text.size(), [&bits, in](std::size_t begin) {
+            Bits ofBlock = 0;
+            for (std::size_t i = 0; i < detail::BLOCK; ++i)
+                ofBlock |= static_cast<Bits>(in[begin + i]);
+            bits |= ofBlock;
+        });
+    }
     return bits < powerOfTwo;
 }
 
@@ -26,9 +54,18 @@ To copyUnits(std::basic_string_view<Unit> text)
     To result(text.size(), ToUnit());
     ToUnit* const out = result.data();
     const Unit* const in = text.data();
-    const std::size_t size = text.size();
-    for (std::size_t i = 0; i < size; ++i)
-        out[i] = static_cast<ToUnit>(in[i]);
+    const auto toUnit = [](Unit unit) {
+        return static_cast<ToUnit>(static_cast<std::make_unsigned_t<Unit>>(unit));
+    };
+    if (text.size() < detail::BLOCK) {
+        for (std::size_t i = 0; i < text.size(); ++i)
+            out[i] = toUnit(in[i]);
+    } else {
+        detail::forEachBlock(text.size(), [in, out, toUnit](std::size_t begin) {
+            for (std::size_t i = 0; i < detail::BLOCK; ++i)
+                out[begin + i] = toUnit(in[begin + i]);
+        });
+    }
     return result;
 }
 

@@ -176,17 +176,17 @@ constexpr bool sub_delims(char32_t c) noexcept
 namespace detail {
 
     template <unsigned CLASSES>
-    constexpr std::array<std::uint8_t, 128> makeMembers()
+    constexpr std::array<std::uint8_t, 256> makeMembers()
     {
-        std::array<std::uint8_t, 128> members{};
-        for (std::size_t c = 0; c < members.size(); ++c)
+        std::array<std::uint8_t, 256> members{};
+        for (std::size_t c = 0; c < asciiClasses.size(); ++c)
             members[c] = (asciiClasses[c] & CLASSES) != 0 ? 1 : 0;
         return members;
     }
 
-    /// Which ASCII characters are in a union of classes, a byte each.
+    /// Which bytes are ASCII characters in a union of classes, a byte each.
     template <unsigned CLASSES>
-    inline constexpr std::array<std::uint8_t, 128> asciiMembers = makeMembers<CLASSES>();
+    inline constexpr std::array<std::uint8_t, 256> asciiMembers = makeMembers<CLASSES>();
 
 } // namespace detail
 
@@ -202,7 +202,7 @@ template <unsigned CLASSES>
 void skipCharacters(Cursor<text::AsciiIterator>& at)
 {
     constexpr const auto& MEMBERS = detail::asciiMembers<CLASSES>;
-    const auto isMember = [&MEMBERS](const char* c) { return MEMBERS[text::byteAt(c) & 0x7FU]; };
+    const auto isMember = [&MEMBERS](const char* c) { return MEMBERS[text::byteAt(c)]; };
     constexpr std::ptrdiff_t STEP = 8;
 
     const char* here = at.position().base();
