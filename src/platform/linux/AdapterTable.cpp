@@ -8,7 +8,6 @@
 #include <cstddef>
 #include <cstring>
 #include <memory>
-#include <string_view>
 #include <unordered_map>
 
 #include <ifaddrs.h>
@@ -100,6 +99,8 @@ namespace {
         }
 
     private:
+        using Positions = std::unordered_map<std::string, std::size_t>;
+
         void addLink(const ifaddrs& entry)
         {
             const std::string name = entry.ifa_name;
@@ -122,18 +123,29 @@ namespace {
 
         void addAddress(const ifaddrs& entry)
         {
-            // An IPv4 address may have a label of its own, such as "eth0:1", and then the label
-            // stands in place of the link's name.
-            const std::string_view label = entry.ifa_name;
-            auto position = positions_.find(std::string(label));
-            if (position == positions_.end())
-                position = positions_.find(std::string(label.substr(0, label.find(':'))));
+            const auto position = positionOf(entry.ifa_name);
             if (position != positions_.end())
                 records_[position->second].unicastAddresses.push_back(readUnicast(entry));
         }
 
+        // An IPv4 address may have a label of its own in place of the link's name, with which the
+        // label begins: "eth0:1", or anything else behind "eth0".
+        Positions::const_iterator positionOf(const std::string& label) const
+        {
+            std::string name = label.substr(0, label.find(':')); // which no link has in its name
+            auto position = positions_.find(name);
+            // The name of a link that came after the others had been listed is no label of theirs.
+            if (position != positions_.end() || if_nametoindex(name.c_str()) != 0)
+                return position;
+            while (position == positions_.end() && !name.empty()) {
+                name.pop_back();
+                position = positions_.find(name);
+            }
+            return position;
+        }
+
         std::vector<AdapterRecord>& records_;
-        std::unordered_map<std::string, std::size_t> positions_; // of each link, by its name
+        Positions positions_; // of each link, by its name
         LinkDescription descriptions_;
     };
 
