@@ -8,7 +8,8 @@
 
 namespace foundation::network {
 
-/// A failure of ICU itself while it converts a domain name. What is wrong with a name is no failure.
+/// A failure of ICU itself while it converts a domain name. What is wrong with a name is no failure,
+/// but a label so long that ICU does not take it is one.
 class ZKFLNETWORK_API IdnConverterException : public std::exception {
 public:
     /// A failure with this message.
@@ -70,7 +71,8 @@ public:
     /// The ASCII form of a name in UTF-16: lower case, with "xn--" before each label that needed
     /// Punycode (RFC 3492). `convert` is the same.
     ///
-    /// @throws IdnConverterException with ICU's name of the error; the converter can still be used
+    /// @throws IdnConverterException with ICU's name of the error; "U_INPUT_TOO_LONG_ERROR" if a label
+    ///         of more than 1000 units needs Punycode; the converter can still be used
     std::string toAscii(const std::u16string& name) const;
     std::string convert(const std::u16string& name) const;
     /// @}
