@@ -1,0 +1,26 @@
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+/// A name service for tests. Whoever links InventedNameService.cpp replaces `getaddrinfo` and
+/// `getnameinfo` for the whole program, and nothing is asked of the real one.
+namespace foundation::network::tests {
+
+/// What the name service knows, and what it was asked.
+struct InventedNameService {
+    std::map<std::string, std::vector<std::string>>
+        addresses;                                     ///< of a name, with scopes as numbers
+    std::map<std::string, std::string> canonicalNames; ///< where one is to be given
+    std::map<std::string, std::string> names;          ///< of the text of an address
+    int forwardFailure = 0;                            ///< what `getaddrinfo` answers, unless 0
+    int reverseFailure = 0;                            ///< what `getnameinfo` answers, unless 0
+    int systemFailure = 0;                             ///< what both leave in `errno`
+    std::vector<std::string> questions;
+};
+
+/// The one that answers; tests change it.
+InventedNameService& nameService();
+
+} // namespace foundation::network::tests
