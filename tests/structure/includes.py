@@ -6,6 +6,9 @@ may be included from there besides what lies there itself, and with each path wh
 included from that one. "Headers | Only in" names the folders or
 files that are the only door to a dependency. Both are read from the page itself, so that it cannot
 go stale.
+
+Whatever the page allows, the blocks of BLOCKS do not see each other: no file of one reaches a file of
+another through the includes of the tree, over however many files.
 """
 
 import argparse
@@ -16,6 +19,30 @@ import sys
 SOURCES = {".hpp", ".cpp", ".ipp", ".h"}
 ROOTS = ["include", "src", "tools", "tests", "examples", "benchmarks", "fuzz"]
 INCLUDE = re.compile(r'^\s*#\s*include\s*(?:"([^"]+)"|<([^>]+)>)', re.MULTILINE)
+
+# IRIs; addresses, adapters and domain names.
+BLOCKS = [
+    [
+        "include/foundation/network/IRI.hpp",
+        "include/foundation/network/IRIArgs.hpp",
+        "include/foundation/network/iri",
+        "src/build",
+        "src/iri",
+        "src/reference",
+    ],
+    [
+        "include/foundation/network/HardwareAddress.hpp",
+        "include/foundation/network/IdnConverter.hpp",
+        "include/foundation/network/InetAddress.hpp",
+        "include/foundation/network/InterfaceAddress.hpp",
+        "include/foundation/network/NetworkInterface.hpp",
+        "include/foundation/network/detail",
+        "src/adapter",
+        "src/address",
+        "src/platform",
+        "src/text/IdnConverter.cpp",
+    ],
+]
 QUOTED = re.compile(r"`([^`]+)`")
 TO_COME = "To come:"
 
@@ -121,6 +148,47 @@ def check(root):
     return found
 
 
+def inclusions(root):
+    """Each file of the tree with the files of the tree that it includes."""
+    graph = {}
+    for top in ROOTS:
+        for file in sorted((root / top).rglob("*")):
+            if file.suffix in SOURCES and file.is_file():
+                includer = file.relative_to(root).as_posix()
+                names = [match[1] or match[2] for match in INCLUDE.finditer(file.read_text("utf-8"))]
+                targets = (resolve(root, includer, name) for name in names)
+                graph[includer] = [target for target in targets if target is not None]
+    return graph
+
+
+def roads(graph, start):
+    """Each file that one reaches, at first or at second hand, with the files on a shortest way."""
+    found = {start: [start]}
+    ahead = [start]
+    for file in ahead:
+        for target in graph.get(file, ()):
+            if target not in found:
+                found[target] = [*found[file], target]
+                ahead.append(target)
+    return found
+
+
+def blocks_seen(root, blocks):
+    """Each file of a block that reaches another block, with the way to the first file there."""
+    graph = inclusions(root)
+    for block in blocks:
+        for place in block:
+            if not any(is_within(file, place) for file in graph):
+                yield f"{place}: no source here, though it belongs to a block"
+    for file in graph:
+        homes = [block for block in blocks if any(is_within(file, place) for place in block)]
+        others = [place for block in blocks if block not in homes for place in block]
+        for target, road in roads(graph, file).items():
+            if homes and any(is_within(target, place) for place in others):
+                yield f"{file}: sees another block: {' -> '.join(road[1:])}"
+                break
+
+
 def doors_passed(page, includer, name):
     """Headers of dependencies that are included elsewhere than at their door."""
     doors = [door for door in page.doors if name == door or name.startswith(door)]
@@ -134,7 +202,8 @@ def doors_passed(page, includer, name):
 def main():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("root", type=pathlib.Path, help="the folder of the source tree")
-    found = check(parser.parse_args().root)
+    root = parser.parse_args().root
+    found = [*check(root), *blocks_seen(root, BLOCKS)]
     for line in found:
         print(line)
     return 1 if found else 0

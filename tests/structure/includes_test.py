@@ -35,6 +35,18 @@ CLEAN = {
     "tests/iri.cpp": '#include <boost/spirit/include/qi.hpp>\n#include "text/utf.hpp"\n',
 }
 
+# Above both blocks, a program; below both, texts.
+TWO_BLOCKS = {
+    "include/iri.hpp": '#include "../src/text/utf.hpp"\n',
+    "include/address.hpp": "#pragma once\n",
+    "src/iri/iri.cpp": "#include <iri.hpp>\n",
+    "src/iri/cell.hpp": "#pragma once\n",
+    "src/address/address.cpp": '#include <address.hpp>\n#include "text/utf.hpp"\n',
+    "src/text/utf.hpp": '#include "ascii.hpp"\n',
+    "src/text/ascii.hpp": "#include <string>\n",
+    "tools/iri/main.cpp": "#include <address.hpp>\n#include <iri.hpp>\n",
+}
+
 
 class IncludesTest(unittest.TestCase):
     def found(self, changes):
@@ -114,6 +126,50 @@ class IncludesTest(unittest.TestCase):
     def test_refuses_a_page_without_tables(self):
         with self.assertRaises(ValueError):
             self.found({"docs/architecture.md": "Nothing here.\n"})
+
+    def seen(self, changes):
+        with tempfile.TemporaryDirectory() as folder:
+            root = pathlib.Path(folder)
+            for name, text in {**TWO_BLOCKS, **changes}.items():
+                (root / name).parent.mkdir(parents=True, exist_ok=True)
+                (root / name).write_text(text, encoding="utf-8")
+            blocks = [["include/iri.hpp", "src/iri"], ["include/address.hpp", "src/address"]]
+            return list(includes.blocks_seen(root, blocks))
+
+    def test_takes_blocks_that_share_what_is_below_and_above_them(self):
+        self.assertEqual(self.seen({}), [])
+
+    def test_finds_a_block_that_sees_another_at_once(self):
+        self.assertEqual(
+            self.seen({"src/iri/iri.cpp": "#include <address.hpp>\n"}),
+            ["src/iri/iri.cpp: sees another block: include/address.hpp"],
+        )
+        self.assertEqual(
+            self.seen({"src/address/address.cpp": '#include "iri/cell.hpp"\n'}),
+            ["src/address/address.cpp: sees another block: src/iri/cell.hpp"],
+        )
+
+    def test_finds_a_block_that_sees_another_through_what_they_share(self):
+        self.assertEqual(
+            self.seen({"src/text/utf.hpp": '#include "ascii.hpp"\n',
+                       "src/text/ascii.hpp": "#include <address.hpp>\n"}),
+            [
+                "include/iri.hpp: sees another block: "
+                "src/text/utf.hpp -> src/text/ascii.hpp -> include/address.hpp",
+                "src/iri/iri.cpp: sees another block: include/iri.hpp -> "
+                "src/text/utf.hpp -> src/text/ascii.hpp -> include/address.hpp",
+            ],
+        )
+
+    def test_takes_includes_in_a_circle(self):
+        self.assertEqual(self.seen({"src/iri/cell.hpp": '#include "iri/cell.hpp"\n'}), [])
+
+    def test_finds_a_place_without_sources(self):
+        with tempfile.TemporaryDirectory() as folder:
+            self.assertEqual(
+                list(includes.blocks_seen(pathlib.Path(folder), [["src/gone"]])),
+                ["src/gone: no source here, though it belongs to a block"],
+            )
 
 
 if __name__ == "__main__":
