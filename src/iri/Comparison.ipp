@@ -4,6 +4,7 @@
 
 #include "iri/OnDemand.hpp"
 #include "iri/Serialisation.ipp"
+#include "text/Comparing.hpp"
 #include "text/Fnv1a.hpp"
 
 #include <foundation/network/iri/detail/TemplateIRI.hpp>
@@ -22,8 +23,8 @@ template <class String>
 bool TemplateIRI<String>::differsInText(const TemplateIRI& other) const
 {
     return hashValue() != other.hashValue()
-           || toNativeStringFromParts(Encoding::Iri)
-                  != other.toNativeStringFromParts(Encoding::Iri);
+           || !text::areEqual(toNativeStringFromParts(Encoding::Iri),
+                              other.toNativeStringFromParts(Encoding::Iri));
 }
 
 template <class String>
@@ -57,7 +58,7 @@ bool TemplateIRI<String>::operator<(const TemplateIRI& other) const
     // weak order over a mixture of them, and that is meant.
     const bool bothBuilt = !hasSourceText_.load() && !other.hasSourceText_.load();
     const Encoding encoding = bothBuilt ? Encoding::Decoded : Encoding::Iri;
-    return toNativeStringFromParts(encoding) < other.toNativeStringFromParts(encoding);
+    return text::isLess(toNativeStringFromParts(encoding), other.toNativeStringFromParts(encoding));
 }
 
 template <class String>

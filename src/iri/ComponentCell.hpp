@@ -173,6 +173,10 @@ private:
         const Form source = sourceFor(form);
         const Form sourceOwner = at(source).owner.load(std::memory_order_relaxed);
         const std::u32string& sourceText = at(sourceOwner).text;
+        if (isSame(sourceText, source, form)) {
+            slot.owner.store(sourceOwner, std::memory_order_release);
+            return sourceOwner;
+        }
         // A text that cannot be converted gives the empty text.
         std::u32string result = convert(sourceText, source, form).value_or(std::u32string());
         Form owner = sourceOwner;
@@ -195,6 +199,17 @@ private:
         default:
             return isMade(Form::Iri) ? Form::Iri : Form::Decoded;
         }
+    }
+
+    // Whether a form can be told to be the same text without making it.
+    bool isSame(const std::u32string& text, Form from, Form to) const noexcept
+    {
+        if (from == Form::Decoded)
+            return to == Form::Iri && Coder::isSameInIri(text, context_);
+        if (from == Form::Iri)
+            return to == Form::Ascii ? Coder::isSameInAscii(text, context_)
+                                     : Coder::isSameDecoded(text, context_);
+        return false;
     }
 
     Conversion convert(const std::u32string& text, Form from, Form to) const

@@ -61,6 +61,27 @@ namespace {
         return result;
     }
 
+    // The characters that are the same in a decoded component and in an IRI. A "%" is not, since
+    // digits may follow it; nor are the blocks counted of which some characters are escaped.
+    template <class Rules>
+    class SameInIri {
+    public:
+        constexpr SameInIri()
+        {
+            constexpr AsciiSet UNSHOWABLE(R"("<>\^`{|}%)");
+            for (char32_t c = 0x21; c < 0x7F; ++c)
+                ascii_[c] = !Rules::escaped.contains(c) && !UNSHOWABLE.contains(c);
+        }
+
+        constexpr bool operator()(char32_t c) const noexcept
+        {
+            return c < 0x80 ? ascii_[c] : (c >= 0xA0 && c < 0x2000) || (c >= 0x2070 && c < 0xD800);
+        }
+
+    private:
+        bool ascii_[0x80] = {};
+    };
+
     template <class Rules>
     std::u32string escapeUnshowable(std::u32string_view text)
     {
@@ -93,6 +114,37 @@ namespace {
     }
 
 } // namespace
+
+template <class Rules>
+bool ComponentCoder<Rules>::isSameInIri(std::u32string_view decoded,
+                                        const Context& context) noexcept
+{
+    static constexpr SameInIri<Rules> same;
+    return !isFormEncoded(context) && !couldLookLikeScheme(context)
+           && std::all_of(decoded.begin(), decoded.end(), same);
+}
+
+template <class Rules>
+bool ComponentCoder<Rules>::isSameInAscii(std::u32string_view iri, const Context&) noexcept
+{
+    char32_t bits = 0;
+    bool isShown = true;
+    for (const char32_t c : iri) {
+        bits |= c;
+        isShown &= c > 0x20 && c != 0x7F;
+    }
+    return isShown && bits < 0x80;
+}
+
+// Without a "%" there is nothing to undo, and what is a character comes back from UTF-8.
+template <class Rules>
+bool ComponentCoder<Rules>::isSameDecoded(std::u32string_view iri, const Context& context) noexcept
+{
+    return !isFormEncoded(context) && std::none_of(iri.begin(), iri.end(), [](char32_t c) {
+        const bool isSurrogate = (c & 0xFFFFF800U) == 0xD800;
+        return c == U'%' || isSurrogate || c > text::MAX_CODE_POINT;
+    });
+}
 
 template <class Rules>
 Conversion ComponentCoder<Rules>::decodedToIri(std::u32string_view text, const Context& context)

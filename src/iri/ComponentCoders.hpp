@@ -77,6 +77,14 @@ template <class Rules>
 struct ComponentCoder {
     using Context = typename Rules::Context;
 
+    /// @{
+    /// Whether a conversion gives the text as it is, as it mostly does: so that none is made. False
+    /// does not say that it gives another.
+    static bool isSameInIri(std::u32string_view decoded, const Context& context) noexcept;
+    static bool isSameInAscii(std::u32string_view iri, const Context& context) noexcept;
+    static bool isSameDecoded(std::u32string_view iri, const Context& context) noexcept;
+    /// @}
+
     static Conversion decodedToIri(std::u32string_view text, const Context& context);
     static Conversion iriToAscii(std::u32string_view text, const Context& context);
     static Conversion decodedToAscii(std::u32string_view text, const Context& context);

@@ -45,6 +45,7 @@ TemplateIRI<String>::TemplateIRI(const TemplateIRI& other)
     , isEmpty_(other.isEmpty())
     , hasSourceText_(other.hasSourceText_.load())
     , isMovedFrom_(other.isMovedFrom_)
+    , textIsAsciiForm_(other.textIsAsciiForm_.load(std::memory_order_relaxed))
 {
     hash_.assign(other.hash_);
     if (const OnDemand* made = other.onDemand_.load(std::memory_order_acquire))
@@ -60,8 +61,10 @@ TemplateIRI<String>::TemplateIRI(TemplateIRI&& other) noexcept
     , isEmpty_(other.isEmpty())
     , hasSourceText_(other.hasSourceText_.load())
     , isMovedFrom_(other.isMovedFrom_)
-    , onDemand_(other.onDemand_.exchange(nullptr))
+    , textIsAsciiForm_(other.textIsAsciiForm_.load(std::memory_order_relaxed))
+    , onDemand_(other.onDemand_.load(std::memory_order_relaxed)) // nobody else uses the source
 {
+    other.onDemand_.store(nullptr, std::memory_order_relaxed);
     hash_.assign(other.hash_);
     other.clear();
 }
@@ -100,16 +103,21 @@ TemplateIRI<String>& TemplateIRI<String>::operator=(TemplateIRI&& other)
     ranges_ = other.ranges_;
     flags_ = other.flags_;
     portNumber_ = other.portNumber_;
-    isEmpty_.store(other.isEmpty());
-    hasSourceText_.store(other.hasSourceText_.load());
+    isEmpty_.store(other.isEmpty(), std::memory_order_relaxed);
+    hasSourceText_.store(other.hasSourceText_.load(), std::memory_order_relaxed);
     isMovedFrom_ = other.isMovedFrom_;
+    textIsAsciiForm_.store(other.textIsAsciiForm_.load(std::memory_order_relaxed),
+                           std::memory_order_relaxed);
     hash_.assign(other.hash_);
     if (refresh)
         hash_.set(hash);
-    delete onDemand_.exchange(other.onDemand_.exchange(nullptr));
+    delete onDemand_.load(std::memory_order_relaxed); // nobody else uses either of the two
+    onDemand_.store(other.onDemand_.load(std::memory_order_relaxed), std::memory_order_relaxed);
+    other.onDemand_.store(nullptr, std::memory_order_relaxed);
 
     // The source keeps its flags, unlike that of the move constructor. Its texts are gone.
     other.text_.clear();
+    other.textIsAsciiForm_.store(false, std::memory_order_relaxed);
     other.ranges_ = ComponentRanges();
     other.isMovedFrom_ = true;
     return *this;
@@ -126,8 +134,10 @@ void TemplateIRI<String>::swap(TemplateIRI& other) noexcept
 {
     if (this == &other)
         return;
-    const auto exchange = [](auto& mine, auto& theirs) {
-        mine.store(theirs.exchange(mine.load()));
+    const auto exchange = [](auto& mine, auto& theirs) { // nobody else uses either of the two
+        const auto value = mine.load(std::memory_order_relaxed);
+        mine.store(theirs.load(std::memory_order_relaxed), std::memory_order_relaxed);
+        theirs.store(value, std::memory_order_relaxed);
     };
     text_.swap(other.text_);
     std::swap(ranges_, other.ranges_);
@@ -135,6 +145,7 @@ void TemplateIRI<String>::swap(TemplateIRI& other) noexcept
     std::swap(portNumber_, other.portNumber_);
     exchange(isEmpty_, other.isEmpty_);
     exchange(hasSourceText_, other.hasSourceText_);
+    exchange(textIsAsciiForm_, other.textIsAsciiForm_);
     std::swap(isMovedFrom_, other.isMovedFrom_);
     hash_.swap(other.hash_);
     exchange(onDemand_, other.onDemand_);
@@ -147,11 +158,13 @@ void TemplateIRI<String>::clear() noexcept
     ranges_ = ComponentRanges();
     flags_ = ComponentFlags();
     portNumber_ = 0;
-    isEmpty_.store(true);
-    hasSourceText_.store(false);
+    isEmpty_.store(true, std::memory_order_relaxed);
+    hasSourceText_.store(false, std::memory_order_relaxed);
+    textIsAsciiForm_.store(false, std::memory_order_relaxed);
     isMovedFrom_ = false;
     hash_.leaveBehind();
-    delete onDemand_.exchange(nullptr);
+    delete onDemand_.load(std::memory_order_relaxed);
+    onDemand_.store(nullptr, std::memory_order_relaxed);
 }
 
 } // namespace foundation::network::iri::detail

@@ -131,7 +131,30 @@ std::u32string escapeForbidden(std::u32string_view text)
 
 std::u32string encodeNonAscii(std::u32string_view text)
 {
-    return escapeIf(text, [](char32_t c) { return c <= 0x20 || c >= 0x7F; });
+    const auto isShown = [](char32_t c) { return c > 0x20 && c < 0x7F; };
+    // Every byte becomes three characters.
+    std::size_t size = 0;
+    for (const char32_t c : text)
+        size +=
+            isShown(c)
+                ? 1U
+                : 3U + 3U * (unsigned{c >= 0x80} + unsigned{c >= 0x800} + unsigned{c >= 0x10000});
+    std::u32string result(size, U'\0');
+    char32_t* out = result.data();
+    for (const char32_t c : text) {
+        if (isShown(c)) {
+            *out++ = c;
+            continue;
+        }
+        const text::Utf8Sequence utf8 = text::encodeUtf8(c);
+        for (unsigned i = 0; i < utf8.length; ++i) {
+            const auto byte = static_cast<unsigned char>(utf8.bytes[i]);
+            *out++ = U'%';
+            *out++ = static_cast<unsigned char>(text::hexDigit(byte >> 4));
+            *out++ = static_cast<unsigned char>(text::hexDigit(byte & 0xFU));
+        }
+    }
+    return result;
 }
 
 std::optional<std::u32string> decodeEscapes(std::u32string_view text, std::u32string_view keep)

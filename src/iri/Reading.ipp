@@ -119,12 +119,24 @@ const StringParts<String>& TemplateIRI<String>::partsWith(Component component) c
     return parts;
 }
 
+/// Whether a component of a parsed text reads the same in a form. The rules of the components differ
+/// in neither direction that matters here.
+inline bool isSameIn(Form form, std::u32string_view text) noexcept
+{
+    return form == Form::Iri
+           || (form == Form::Ascii ? FragmentCoder::isSameInAscii(text, {})
+                                   : FragmentCoder::isSameDecoded(text, {}));
+}
+
 /// @throws std::runtime_error "Item not set: Host" and so on, if the component is absent
 template <class String>
 auto TemplateIRI<String>::componentText(Component component, const Encoding& encoding) const -> View
 {
-    if (formRead(encoding) == Form::Iri && isTextStored(component))
-        return storedText(component);
+    if (isTextStored(component)) {
+        const View text = storedText(component);
+        if (isSameIn(formRead(encoding), text))
+            return text;
+    }
     return partsWith(component).get(component, encoding);
 }
 

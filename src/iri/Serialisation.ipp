@@ -104,10 +104,31 @@ String TemplateIRI<String>::buildText(const Encoding& encoding, bool strictRest)
     return result;
 }
 
+// Whether the text of the value is its plain ASCII form as well. It is, if it is all ASCII: there is
+// nothing to escape then, and no stray "%" in its authority to repair.
+//
+// A text may show a fragment that the value does not have (see `Assembly::dropFragment`), and then
+// it is not. But what was read once is what is read again, also from a copy that has lost its
+// fragment since; so it is remembered, as a text that was made would be.
+template <class String>
+bool TemplateIRI<String>::isAsciiFormOfText() const noexcept
+{
+    if (textIsAsciiForm_.load(std::memory_order_relaxed))
+        return true;
+    const bool showsFragment = text_.size() > ranges_.queryEnd;
+    if (!isTextStored(Component::Path) || flags_.hasFragment != showsFragment
+        || !isSameIn(Form::Ascii, text_))
+        return false;
+    textIsAsciiForm_.store(true, std::memory_order_relaxed);
+    return true;
+}
+
 template <class String>
 const String& TemplateIRI<String>::toNativeStringFromParts(const Encoding& encoding) const
 {
     if (encoding == Encoding::Iri && hasSourceText_.load(std::memory_order_acquire))
+        return text_;
+    if (encoding == Encoding::Ascii && isAsciiFormOfText())
         return text_;
     if (isEmpty()) {
         static const String empty;

@@ -30,6 +30,13 @@ namespace {
         static inline std::vector<Call> calls;
         static inline std::function<Conversion(const Call&)> answer;
 
+        // Whether the coder can tell that a text stays what it is.
+        static inline bool isSame;
+
+        static bool isSameInIri(std::u32string_view, const Context&) noexcept { return isSame; }
+        static bool isSameInAscii(std::u32string_view, const Context&) noexcept { return isSame; }
+        static bool isSameDecoded(std::u32string_view, const Context&) noexcept { return isSame; }
+
         static Conversion decodedToIri(std::u32string_view text, const Context& context)
         {
             return convert("decodedToIri", text, context);
@@ -76,6 +83,7 @@ namespace {
         {
             SpyCoder::calls.clear();
             SpyCoder::answer = sameText;
+            SpyCoder::isSame = false;
         }
 
         static Conversion sameText(const Call& call) { return call.text; }
@@ -121,6 +129,28 @@ namespace {
             EXPECT_FALSE(cell.isShared(form));
         }
         EXPECT_TRUE(SpyCoder::calls.empty());
+    }
+
+    TEST_F(ComponentCellTest, makesNothingOfATextThatIsKnownToStay)
+    {
+        struct Row {
+            Form stored, wanted;
+            bool isAsked;
+        };
+        constexpr Row rows[] = {
+            {Form::Decoded, Form::Iri, true}, {Form::Decoded, Form::Ascii, false},
+            {Form::Iri, Form::Decoded, true}, {Form::Iri, Form::Ascii, true},
+            {Form::Ascii, Form::Iri, false},  {Form::Ascii, Form::Decoded, false},
+        };
+        SpyCoder::isSame = true;
+        SpyCoder::answer = otherText;
+        for (const Row& row : rows) {
+            SpyCoder::calls.clear();
+            const Cell cell(U"text", row.stored);
+            EXPECT_EQ(cell.text(row.wanted) == U"text", row.isAsked);
+            EXPECT_EQ(cell.isShared(row.wanted), row.isAsked);
+            EXPECT_EQ(SpyCoder::calls.empty(), row.isAsked);
+        }
     }
 
     struct Making {

@@ -133,7 +133,7 @@ TEST(IRIAllocation, readingInTheFormOfTheTextTakesOneForTheResult)
 // A form is made once: whoever reads it again pays for the result only.
 TEST(IRIAllocation, readingAgainTakesOneForTheResult)
 {
-    const IRI iri(url);
+    const IRI iri(std::string("https://www.example.org/caf\u00E9s/a%20title-of-an-article"));
     for (const IRI::Encoding form : {IRI::Encoding::Decoded, IRI::Encoding::Ascii}) {
         EXPECT_GT(allocationsOf([&] { iri.getPathUtf8(form); }), 1U);
         EXPECT_EQ(allocationsOf([&] { iri.getPathUtf8(form); }), 1U);
@@ -142,6 +142,15 @@ TEST(IRIAllocation, readingAgainTakesOneForTheResult)
     EXPECT_EQ(allocationsOf([&] { iri.toAsciiStringUtf8(); }), 1U);
     const IRI copy(iri);
     EXPECT_EQ(allocationsOf([&] { copy.toAsciiStringUtf8(); }), 1U);
+}
+
+// A form that is the text itself is not made at all.
+TEST(IRIAllocation, readingAFormThatIsTheTextTakesOneForTheResult)
+{
+    const IRI iri(url);
+    for (const IRI::Encoding form : {IRI::Encoding::Decoded, IRI::Encoding::Ascii})
+        EXPECT_EQ(allocationsOf([&] { iri.getPathUtf8(form); }), 1U);
+    EXPECT_EQ(allocationsOf([&] { iri.toAsciiStringUtf8(); }), 1U);
 }
 
 } // namespace foundation::network

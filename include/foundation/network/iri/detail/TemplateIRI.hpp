@@ -242,6 +242,7 @@ private:
 
     // Writing texts.
 
+    bool isAsciiFormOfText() const noexcept;
     View hostInAuthority(const Encoding& encoding) const;
     String getNativeAuthority(const Encoding& encoding) const;
     String getNativeSsp(const Encoding& encoding) const;
@@ -268,6 +269,7 @@ private:
     std::atomic<bool> isEmpty_{true};
     std::atomic<bool> hasSourceText_{false};
     bool isMovedFrom_ = false; // by assignment, which leaves the flags but not the texts
+    mutable std::atomic<bool> textIsAsciiForm_{false}; // and was read as such; then it stays so
     mutable LazyHash hash_;
     mutable std::atomic<OnDemand*> onDemand_{nullptr}; // owned; published once
 };
