@@ -2,6 +2,7 @@
 
 #include "Text.hpp"
 
+#include <array>
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
@@ -20,6 +21,28 @@ namespace {
     constexpr int WAIT_FOR_EVER = -1;
 
     volatile std::sig_atomic_t interrupted = 0;
+
+    // An interrupt writes to this pipe, so that it ends a wait for input even if it comes just
+    // before that begins, or to another thread. -1 where nobody catches interrupts.
+    std::array<int, 2> interruptPipe{-1, -1};
+
+    void noteInterrupt(int /*signal*/)
+    {
+        const int before = errno;
+        interrupted = 1;
+        [[maybe_unused]] const ssize_t count = ::write(interruptPipe[1], "", 1);
+        errno = before;
+    }
+
+    /// Waits for input or an interrupt.
+    void waitForInput(int descriptor) noexcept
+    {
+        if (interruptPipe[0] < 0)
+            return;
+        std::array<pollfd, 2> awaited{{{descriptor, POLLIN, 0}, {interruptPipe[0], POLLIN, 0}}};
+        while (::poll(awaited.data(), awaited.size(), WAIT_FOR_EVER) < 0 && errno == EINTR)
+            ;
+    }
 
     int descriptorOf(Stream stream) noexcept
     {
@@ -87,11 +110,13 @@ int openForReading(const std::string& path)
 std::size_t readSome(int descriptor, const std::string& name, std::span<char> buffer)
 {
     for (;;) {
+        waitForInput(descriptor);
+        // Asked before each read: a file is never waited for.
+        if (wasInterrupted())
+            return 0;
         const ssize_t count = ::read(descriptor, buffer.data(), buffer.size());
         if (count >= 0)
             return static_cast<std::size_t>(count);
-        if (wasInterrupted())
-            return 0;
         if (!isToBeRetried(descriptor, POLLIN))
             fail("cannot read " + text::excerpt(name));
     }
@@ -113,10 +138,16 @@ std::optional<std::uint64_t> remainingSize(int descriptor) noexcept
     return static_cast<std::uint64_t>(status.st_size - position);
 }
 
-void catchInterrupts() noexcept
+void catchInterrupts()
 {
+    struct sigaction before {};
+    // Whoever started the program in the background has made it deaf to interrupts.
+    if (::sigaction(SIGINT, nullptr, &before) == 0 && before.sa_handler == SIG_IGN)
+        return;
+    if (::pipe2(interruptPipe.data(), O_CLOEXEC | O_NONBLOCK) != 0)
+        fail("cannot make a pipe");
     struct sigaction action {};
-    action.sa_handler = [](int) { interrupted = 1; };
+    action.sa_handler = noteInterrupt;
     action.sa_flags = static_cast<int>(SA_RESETHAND);
     ::sigaction(SIGINT, &action, nullptr);
 }

@@ -37,8 +37,9 @@ void close(int descriptor) noexcept;
 std::optional<std::uint64_t> remainingSize(int descriptor) noexcept;
 
 /// From now on, an interrupt (Ctrl-C) ends the input instead of the program; the second one ends the
-/// program.
-void catchInterrupts() noexcept;
+/// program. Does nothing where interrupts are ignored. To be called once, before there are other threads.
+/// @throws std::system_error
+void catchInterrupts();
 
 /// Whether there was one.
 bool wasInterrupted() noexcept;

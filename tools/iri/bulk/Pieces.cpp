@@ -41,9 +41,9 @@ bool Pieces::next(std::string& piece)
             return true;
         }
         if (!nextAsRead(ahead_)) {
-            if (chunkRest_ != 0)
-                throw BadChunkHeader("the input ends " + std::to_string(chunkRest_)
-                                     + " records before the end of a chunk");
+            if (chunkRest_ != 0 && !Source::isInterrupted())
+                throw BadChunkHeader("the input ends within a chunk; records missing: "
+                                     + std::to_string(chunkRest_));
             return false;
         }
     }
@@ -71,9 +71,11 @@ bool Pieces::nextAsRead(std::string& piece)
         const std::size_t count = source_.read(std::span(piece.data() + size, piece.size() - size));
         size += count;
         isAtEnd_ = count == 0;
+        if (isAtEnd_ && Source::isInterrupted())
+            size = 0; // the beginning of a record
 
         const std::size_t end =
-            std::string_view(piece).substr(searched, size - searched).rfind(separator_);
+            std::string_view(piece.data(), size).substr(std::min(searched, size)).rfind(separator_);
         if (end != std::string_view::npos) {
             const std::size_t length = searched + end + 1;
             rest_.assign(piece, length, size - length);

@@ -20,6 +20,8 @@ public:
 /// Cuts an input into pieces of whole records, as large as what is there at a time: whoever waits for
 /// the answers to what was written so far gets them before more is read.
 ///
+/// An interrupt ends the input behind the last record that was read to its end.
+///
 /// A record may be of any length, and holds any bytes but the one that ends it; the last needs no
 /// end. One record, with some room to spare, is all that must fit into memory.
 class Pieces {

@@ -31,7 +31,12 @@ std::optional<std::uint64_t> Source::remainingSize() const
 
 std::size_t Source::read(std::span<char> buffer)
 {
-    return system::readSome(descriptor_, name_, buffer);
+    return system::readSome(descriptor_, isOwned_ ? name_ : "standard input", buffer);
+}
+
+bool Source::isInterrupted() noexcept
+{
+    return system::wasInterrupted();
 }
 
 } // namespace tool::bulk

@@ -29,9 +29,12 @@ public:
     std::optional<std::uint64_t> remainingSize() const;
 
     /// Waits for bytes and takes what there is, at most as much as @p buffer holds.
-    /// @returns how many bytes that are; 0 at the end
+    /// @returns how many bytes that are; 0 at the end, and after an interrupt
     /// @throws std::system_error with the name in its text
     std::size_t read(std::span<char> buffer);
+
+    /// Whether the input has ended because of an interrupt, anywhere in it.
+    static bool isInterrupted() noexcept;
 
 private:
     std::string name_;
