@@ -57,7 +57,9 @@ def check_output(page, program, word, *others):
     for arguments, output in sessions_of(page, word):
         if arguments and arguments[0] in others:
             continue
-        run = subprocess.run([program, *arguments], capture_output=True, check=False)
+        # As a terminal shows it: what goes wrong stands among the rest.
+        run = subprocess.run([program, *arguments], stdin=subprocess.DEVNULL,
+                             stdout=subprocess.PIPE, stderr=subprocess.STDOUT, check=False)
         if compare("output", output, run.stdout.decode("utf-8")):
             return 1
         if run.returncode > NO:

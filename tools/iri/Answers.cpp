@@ -1,12 +1,68 @@
 #include "Answers.hpp"
 
+#include "Problem.hpp"
 #include "Text.hpp"
 
+#include <array>
 #include <cstddef>
 #include <optional>
 #include <vector>
 
 namespace tool {
+
+namespace {
+
+    // In the order of the members.
+    constexpr std::array COMPONENT_COLUMNS{std::string_view("iri"),
+                                           std::string_view("escaped"),
+                                           std::string_view("valid"),
+                                           std::string_view("form"),
+                                           std::string_view("text"),
+                                           std::string_view("scheme"),
+                                           std::string_view("authority"),
+                                           std::string_view("userInfo"),
+                                           std::string_view("host"),
+                                           std::string_view("port"),
+                                           std::string_view("portNumber"),
+                                           std::string_view("path"),
+                                           std::string_view("query"),
+                                           std::string_view("fragment"),
+                                           std::string_view("undecodable"),
+                                           std::string_view("error"),
+                                           std::string_view("code"),
+                                           std::string_view("component"),
+                                           std::string_view("offset"),
+                                           std::string_view("length"),
+                                           std::string_view("characterOffset"),
+                                           std::string_view("expected"),
+                                           std::string_view("repaired")};
+
+} // namespace
+
+std::span<const std::string_view> componentColumns() noexcept
+{
+    return COMPONENT_COLUMNS;
+}
+
+Answers::Answers(const FormatOptions& options, Output& output,
+                 std::span<const std::string_view> columns, std::string_view subject)
+    : Answers(options.format(), output, columns, subject)
+{
+    if (options.hasHeader())
+        writer_.appendHeader(output.text());
+}
+
+MemberWriter& Answers::begin()
+{
+    writer_.begin();
+    return writer_;
+}
+
+void Answers::end()
+{
+    writer_.end(output_.text());
+    output_.endRecord();
+}
 
 bool Answers::refuseInvalidUtf8(const Record& record)
 {
@@ -21,47 +77,69 @@ bool Answers::refuseInvalidUtf8(const Record& record)
 
 void Answers::refuse(const Record& record, const Reading& reading)
 {
-    if (reading.isUtf8 || !refuseInvalidUtf8(record))
+    if (reading.problem)
+        refuse(record, *reading.problem);
+    else
         refuse(record, &record.text, false, reading.why);
+}
+
+void Answers::refuse(const Record& record, const Problem& problem)
+{
+    if (haveMembers()) {
+        const bool isText = text::findInvalidUtf8(record.text) == std::string::npos;
+        writer_.begin();
+        if (isText) {
+            writer_.add(subject_, record.text);
+        } else {
+            std::string escaped;
+            text::appendEscapedBytes(escaped, record.text);
+            writer_.add(subject_, escaped);
+            writer_.addBool("escaped", true);
+        }
+        writer_.addBool("valid", false);
+        addProblem(writer_, record.text, problem);
+        end();
+    }
+    std::string message;
+    appendProblem(message, {record.source, record.line}, record.text, problem);
+    output_.writeToErrors(message);
 }
 
 void Answers::refuse(const Record& record, const std::string* iri, bool isEscaped,
                      std::string_view why)
 {
-    if (isJson_) {
-        json_.begin();
+    if (haveMembers()) {
+        writer_.begin();
         if (iri != nullptr)
-            json_.add(subject_, *iri);
+            writer_.add(subject_, *iri);
         if (isEscaped)
-            json_.addBool("escaped", true);
-        json_.addBool("valid", false);
-        json_.add("error", why);
-        endJson();
+            writer_.addBool("escaped", true);
+        writer_.addBool("valid", false);
+        writer_.add("error", why);
+        end();
     }
     report(record, why);
 }
 
 void Answers::fail(const Record& record, std::string_view why)
 {
-    if (isJson_) {
-        beginJson(record);
-        json_.add("error", why);
-        endJson();
+    if (haveMembers()) {
+        beginValid(record);
+        writer_.add("error", why);
+        end();
     }
     report(record, why);
 }
 
 void Answers::give(const Record& record, std::string_view result)
 {
-    if (isJson_) {
-        beginJson(record);
-        json_.add("result", result);
-        endJson();
+    if (haveMembers()) {
+        beginValid(record);
+        writer_.add("result", result);
+        end();
         return;
     }
-    text::appendPrintable(output_.text(), result);
-    output_.text().push_back('\n');
-    output_.endRecord();
+    appendText(result, "");
 }
 
 bool Answers::giveBuilt(const Record& record, const foundation::network::IRI& iri, const Form& form)
@@ -76,10 +154,8 @@ bool Answers::giveBuilt(const Record& record, const foundation::network::IRI& ir
                  findDifference(components, readComponents(*reading.iri, formAsGiven().encoding)))
         error.append("the text reads as an IRI with another ").append(PART_NAMES[*part].label);
 
-    if (!isJson_) {
-        text::appendPrintable(output_.text(), whole);
-        output_.text().push_back('\n');
-        output_.endRecord();
+    if (!haveMembers()) {
+        appendText(whole, "");
     } else if (error.empty()) {
         giveComponents(whole, iri, form, components, "");
     } else {
@@ -93,16 +169,14 @@ bool Answers::giveBuilt(const Record& record, const foundation::network::IRI& ir
 
 void Answers::giveProven(const Record& record, std::string_view result, bool resolvesBack)
 {
-    if (isJson_) {
-        beginJson(record);
-        json_.add("result", result);
-        json_.addBool("resolvesBack", resolvesBack);
-        endJson();
+    if (haveMembers()) {
+        beginValid(record);
+        writer_.add("result", result);
+        writer_.addBool("resolvesBack", resolvesBack);
+        end();
         return;
     }
-    text::appendPrintable(output_.text(), result);
-    output_.text().append(resolvesBack ? "\tresolves back\n" : "\tdoes not resolve back\n");
-    output_.endRecord();
+    appendText(result, resolvesBack ? "\tresolves back" : "\tdoes not resolve back");
 }
 
 void Answers::giveComponents(std::string_view text, const foundation::network::IRI& iri,
@@ -111,36 +185,36 @@ void Answers::giveComponents(std::string_view text, const foundation::network::I
     std::vector<std::string_view> undecodable;
     const auto add = [&](std::string_view name, const Component& component) {
         if (component.state == Component::State::Present)
-            json_.add(name, component.text);
+            writer_.add(name, component.text);
         else if (component.state == Component::State::Absent)
-            json_.addNull(name);
+            writer_.addNull(name);
         else
             undecodable.push_back(name);
     };
 
-    json_.begin();
-    json_.add("iri", text);
-    json_.addBool("valid", true);
-    json_.add("form", form.name);
-    json_.add("text", wholeText(iri, form));
+    writer_.begin();
+    writer_.add("iri", text);
+    writer_.addBool("valid", true);
+    writer_.add("form", form.name);
+    writer_.add("text", wholeText(iri, form));
     for (std::size_t part = 0; part < PART_COUNT; ++part) {
         if (part == USER_INFO)
             add("authority", components.authority);
         add(PART_NAMES[part].field, components.parts[part]);
         if (part == PORT && iri.hasPort())
-            json_.addNumber("portNumber", iri.getPortNumber());
+            writer_.addNumber("portNumber", iri.getPortNumber());
         else if (part == PORT)
-            json_.addNull("portNumber");
+            writer_.addNull("portNumber");
     }
     if (!undecodable.empty()) {
-        json_.beginList("undecodable");
+        writer_.beginList("undecodable");
         for (const std::string_view name : undecodable)
-            json_.addElement(name);
-        json_.endList();
+            writer_.addElement(name);
+        writer_.endList();
     }
     if (!error.empty())
-        json_.add("error", error);
-    endJson();
+        writer_.add("error", error);
+    end();
 }
 
 ExitCode Answers::answerEach(
@@ -174,16 +248,21 @@ void Answers::report(const Record& record, std::string_view why)
     output_.reportError(message);
 }
 
-void Answers::beginJson(const Record& record)
+void Answers::beginValid(const Record& record)
 {
-    json_.begin();
-    json_.add("iri", record.text);
-    json_.addBool("valid", true);
+    writer_.begin();
+    writer_.add(subject_, record.text);
+    writer_.addBool("valid", true);
 }
 
-void Answers::endJson()
+void Answers::appendText(std::string_view result, std::string_view remark)
 {
-    json_.end(output_.text());
+    std::string& out = output_.text();
+    if (format_ == RowFormat::Raw)
+        out.append(result);
+    else
+        text::appendPrintable(out, result);
+    out.append(remark).push_back(format_ == RowFormat::Raw ? '\0' : '\n');
     output_.endRecord();
 }
 

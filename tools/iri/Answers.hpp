@@ -3,29 +3,53 @@
 #include "Components.hpp"
 #include "ExitCode.hpp"
 #include "Forms.hpp"
-#include "Json.hpp"
+#include "MemberWriter.hpp"
 #include "Output.hpp"
 #include "Reading.hpp"
 #include "Records.hpp"
+#include "RowFormat.hpp"
 
 #include <foundation/network/IRI.hpp>
 
 #include <functional>
+#include <span>
 #include <string>
 #include <string_view>
 
 namespace tool {
 
-/// What the verbs say of their records, in the same way, as text or as JSON.
+/// The members that records of components may have, in their order.
+std::span<const std::string_view> componentColumns() noexcept;
+
+/// What the verbs say of their records, in the same way, in each format.
 class Answers {
 public:
-    /// @param subject  under what name a record stands in JSON, if it is not to be an IRI
-    Answers(bool isJson, Output& output, std::string_view subject = "iri")
-        : isJson_(isJson)
+    /// @param columns  the members that a record may have, in their order
+    /// @param subject  under what name a record stands among them, if it is not to be an IRI
+    Answers(RowFormat format, Output& output, std::span<const std::string_view> columns,
+            std::string_view subject = "iri")
+        : format_(format)
         , subject_(subject)
         , output_(output)
+        , writer_(format, columns)
     {
     }
+
+    /// As above, and writes the names of the columns if that is asked for.
+    Answers(const FormatOptions& options, Output& output, std::span<const std::string_view> columns,
+            std::string_view subject = "iri");
+
+    /// Whether records are written with all their members, as JSON or tab-separated values.
+    bool haveMembers() const noexcept
+    {
+        return format_ == RowFormat::Json || format_ == RowFormat::Tsv;
+    }
+
+    /// @{
+    /// A record with members that a verb adds by itself.
+    MemberWriter& begin();
+    void end();
+    /// @}
 
     /// Says that a record is not UTF-8, if it is not, with those bytes escaped.
     /// @returns whether it is not
@@ -45,7 +69,7 @@ public:
     /// Gives the one text that a verb made of a record.
     void give(const Record& record, std::string_view result);
 
-    /// Gives an IRI that was built, in a form: its text, and as JSON its components as well. If its
+    /// Gives an IRI that was built, in a form: its text, or its members. If its
     /// text is no IRI or another one, that is said too.
     /// @returns whether the text is that IRI
     bool giveBuilt(const Record& record, const foundation::network::IRI& iri, const Form& form);
@@ -53,7 +77,7 @@ public:
     /// As `give`, with the answer to whether the result resolves to the record again.
     void giveProven(const Record& record, std::string_view result, bool resolvesBack);
 
-    /// Gives an IRI with its components, always as JSON.
+    /// Gives an IRI with its components, as members.
     /// @param text  the record, or what was made of it
     /// @param error  what is wrong with it nevertheless; empty if nothing is
     void giveComponents(std::string_view text, const foundation::network::IRI& iri,
@@ -69,13 +93,14 @@ public:
     void report(const Record& record, std::string_view why);
 
 private:
-    void beginJson(const Record& record);
-    void endJson();
+    void beginValid(const Record& record);
+    void refuse(const Record& record, const Problem& problem);
+    void appendText(std::string_view result, std::string_view remark);
 
-    bool isJson_;
+    RowFormat format_;
     std::string_view subject_;
     Output& output_;
-    JsonLines json_;
+    MemberWriter writer_;
 };
 
 } // namespace tool

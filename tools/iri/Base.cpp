@@ -1,7 +1,6 @@
 #include "Base.hpp"
 
 #include "Reading.hpp"
-#include "Text.hpp"
 
 #include <utility>
 
@@ -18,7 +17,7 @@ std::optional<ExitCode> Base::read(const CommandLine& commandLine, Output& outpu
         return commandLine.refuse("--base must be given", output);
     Reading reading = readIri(*text_);
     if (!reading.iri)
-        return commandLine.refuse("--base: " + reading.why + ": " + text::excerpt(*text_), output);
+        return commandLine.refuse(describeProblem("--base", *text_, *reading.problem), output);
     iri_ = std::move(*reading.iri);
     return std::nullopt;
 }

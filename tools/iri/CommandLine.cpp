@@ -1,5 +1,6 @@
 #include "CommandLine.hpp"
 
+#include "Nearest.hpp"
 #include "Text.hpp"
 
 #include <CLI/CLI.hpp>
@@ -17,6 +18,12 @@ namespace {
         const std::size_t comma = names.find(',');
         return name == names.substr(0, comma)
                || (comma != std::string_view::npos && name == names.substr(comma + 1));
+    }
+
+    // The one by which messages call it.
+    std::string longName(std::string_view names)
+    {
+        return std::string(names.substr(names.rfind(',') + 1));
     }
 
     std::string joined(const std::vector<std::string>& names)
@@ -76,13 +83,19 @@ void CommandLine::addNumber(const std::string& name, const std::string& placehol
         const char* const end = value.data() + value.size();
         const auto [stop, error] = std::from_chars(value.data(), end, number);
         if (error != std::errc() || stop != end || number < least || number > most)
-            throw CLI::ValidationError(name, "not a number from " + std::to_string(least) + " to "
-                                                 + std::to_string(most) + ": " + value);
+            throw CLI::ValidationError(longName(name), "not a number from " + std::to_string(least)
+                                                           + " to " + std::to_string(most) + ": "
+                                                           + text::excerpt(value));
         target = number;
     };
     app_->add_option_function<std::string>(name, read)
         ->type_name(placeholder)
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
+}
+
+void CommandLine::addCheck(std::function<std::string_view()> check)
+{
+    checks_.push_back(std::move(check));
 }
 
 void CommandLine::endOptionsAtOperand()
@@ -100,7 +113,10 @@ void CommandLine::addChoiceByIndex(const std::string& name, const std::string& p
                        choose = std::move(choose)](const std::string& value) {
         const auto found = std::find(names.begin(), names.end(), value);
         if (found == names.end())
-            throw CLI::ValidationError(name, "not one of " + joined(names) + ": " + value);
+            throw CLI::ValidationError(
+                name,
+                "not one of " + joined(names) + ": " + text::excerpt(value)
+                    + suggestion(value, std::vector<std::string_view>(names.begin(), names.end())));
         choose(static_cast<std::size_t>(std::distance(names.begin(), found)));
     };
     app_->add_option_function<std::string>(name, read)
@@ -119,7 +135,9 @@ std::optional<ExitCode> CommandLine::read(const Arguments& arguments, Output& ou
         const std::size_t equals = word->find('=');
         const std::string name = word->substr(0, equals);
         // The parser would take "=false" for the contrary of what a flag says.
-        if (equals != std::string::npos && std::count(flags_.begin(), flags_.end(), name) != 0)
+        if (equals != std::string::npos
+            && std::any_of(flags_.begin(), flags_.end(),
+                           [&](const std::string& names) { return isNameOf(name, names); }))
             return refuse(name + ": it takes no value", output);
         const TextOption* const option = findTextOption(name);
         if (option == nullptr) {
@@ -127,7 +145,7 @@ std::optional<ExitCode> CommandLine::read(const Arguments& arguments, Output& ou
         } else if (equals != std::string::npos) {
             values.emplace_back(option, word->substr(equals + 1));
         } else if (std::next(word) == arguments.end()) {
-            return refuse(option->name + ": the value is missing", output);
+            return refuse(longName(option->name) + ": the value is missing", output);
         } else {
             values.emplace_back(option, *++word);
         }
@@ -140,6 +158,12 @@ std::optional<ExitCode> CommandLine::read(const Arguments& arguments, Output& ou
         output.text().append(helpText());
         output.endRecord();
         return ExitCode::Yes;
+    } catch (const CLI::ValidationError& error) {
+        return refuse(error.what(), output); // our own words
+    } catch (const CLI::ArgumentMismatch& error) {
+        const std::string_view what = error.what();
+        return refuse(std::string(what.substr(0, what.find(':'))) + ": the value is missing",
+                      output);
     } catch (const CLI::ParseError& error) {
         return refuse(text::excerpt(error.what()), output);
     }
@@ -149,10 +173,10 @@ std::optional<ExitCode> CommandLine::read(const Arguments& arguments, Output& ou
             operands_.push_back({std::move(text), true});
             continue;
         }
+        if (endsAtOperand_ && text == "--")
+            continue; // the verb behind it is an operand anyway
         if (text.size() > 1 && text.front() == '-')
-            return refuse("no such option: " + text::excerpt(text)
-                              + R"(; what is none but begins with "-" goes behind "--")",
-                          output);
+            return refuse(noSuchOption(text), output);
         operands_.push_back({std::move(text), false});
     }
     if (word != arguments.end())
@@ -161,7 +185,10 @@ std::optional<ExitCode> CommandLine::read(const Arguments& arguments, Output& ou
 
     for (auto& [option, value] : values)
         if (const std::string problem = option->take(std::move(value)); !problem.empty())
-            return refuse(option->name + ": " + problem, output);
+            return refuse(longName(option->name) + ": " + problem, output);
+    for (const auto& check : checks_)
+        if (const std::string_view problem = check(); !problem.empty())
+            return refuse(problem, output);
     return std::nullopt;
 }
 
@@ -171,6 +198,19 @@ const CommandLine::TextOption* CommandLine::findTextOption(std::string_view name
         std::find_if(textOptions_.begin(), textOptions_.end(),
                      [name](const TextOption& option) { return isNameOf(name, option.name); });
     return found == textOptions_.end() ? nullptr : &*found;
+}
+
+std::string CommandLine::noSuchOption(std::string_view word) const
+{
+    std::vector<std::string_view> names{"--help"};
+    for (const OptionHelp& help : optionHelps_) {
+        const std::string_view option = help.option;
+        const std::string_view optionNames = option.substr(0, option.find('='));
+        names.push_back(optionNames.substr(optionNames.rfind(',') + 1));
+    }
+    const std::string meant = suggestion(word.substr(0, word.find('=')), names);
+    return "no such option: " + text::excerpt(word)
+           + (meant.empty() ? R"(; what is none but begins with "-" goes behind "--")" : meant);
 }
 
 ExitCode CommandLine::refuse(std::string_view why, Output& output) const
@@ -203,7 +243,7 @@ std::string CommandLine::helpText() const
         }
         result.push_back('\n');
     }
-    return result;
+    return result.append("\n").append(EXIT_CODES);
 }
 
 } // namespace tool

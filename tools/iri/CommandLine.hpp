@@ -76,6 +76,10 @@ public:
     void addNumber(const std::string& name, const std::string& placeholder, std::string help,
                    std::uint64_t least, std::uint64_t most, std::uint64_t& target);
 
+    /// Adds a question that is asked once all options were read: what makes no sense about them
+    /// together. The answer is empty if all does.
+    void addCheck(std::function<std::string_view()> check);
+
     /// From now on, the first word that is no option ends the options: it and all words behind it are
     /// operands. Options with any text (`addText`) do not go with this.
     void endOptionsAtOperand();
@@ -98,6 +102,9 @@ private:
         std::string text;
     };
 
+    /// Says that an option is none, and what it may have been meant to be.
+    std::string noSuchOption(std::string_view word) const;
+
     struct TextOption {
         std::string name;
         std::function<std::string(std::string)> take;
@@ -114,6 +121,7 @@ private:
     std::vector<OptionHelp> optionHelps_;
     std::vector<TextOption> textOptions_;
     std::vector<std::string> flags_;
+    std::vector<std::function<std::string_view()>> checks_;
     std::unique_ptr<CLI::App> app_;
     std::vector<Operand> operands_;
     bool endsAtOperand_ = false;

@@ -1,7 +1,10 @@
 #include "Components.hpp"
 
+#include "Nearest.hpp"
+
 #include <foundation/core/except/Exception.hpp>
 
+#include <algorithm>
 #include <exception>
 #include <utility>
 
@@ -113,6 +116,14 @@ std::optional<Part> findPart(std::string_view name) noexcept
         if (PART_NAMES[part].field == name || PART_NAMES[part].word == name)
             return static_cast<Part>(part);
     return std::nullopt;
+}
+
+std::string partSuggestion(std::string_view name)
+{
+    std::array<std::string_view, PART_COUNT> words;
+    std::transform(PART_NAMES.begin(), PART_NAMES.end(), words.begin(),
+                   [](const PartName& part) { return part.word; });
+    return suggestion(name, words);
 }
 
 void setPart(IRIArgs& args, Part part, const std::string& text)

@@ -56,6 +56,9 @@ std::optional<Part> findDifference(const Components& left, const Components& rig
 /// The component of that name in JSON or in the name of an option ("user-info").
 std::optional<Part> findPart(std::string_view name) noexcept;
 
+/// What may have been meant by a name that no component has, as `suggestion` says it.
+std::string partSuggestion(std::string_view name);
+
 /// Sets a component, as plain text.
 /// @throws what the setters of `IRIArgs` throw
 void setPart(foundation::network::IRIArgs& args, Part part, const std::string& text);

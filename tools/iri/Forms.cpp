@@ -1,5 +1,7 @@
 #include "Forms.hpp"
 
+#include "Nearest.hpp"
+
 #include <algorithm>
 #include <iterator>
 #include <span>
@@ -20,6 +22,11 @@ namespace {
 
     constexpr std::span<const Form> COMPONENT_FORMS(FORMS);
     constexpr std::span<const Form> WHOLE_FORMS = COMPONENT_FORMS.first(4);
+
+    std::span<const Form> formsFor(FormUse use) noexcept
+    {
+        return use == FormUse::Wholes ? WHOLE_FORMS : COMPONENT_FORMS;
+    }
 
     void addForms(CommandLine& commandLine, const Form*& target, std::span<const Form> forms,
                   const std::string& help)
@@ -42,6 +49,22 @@ const Form* findForm(std::string_view name) noexcept
     const auto* const form = std::find_if(std::begin(FORMS), std::end(FORMS),
                                           [name](const Form& each) { return each.name == name; });
     return form == std::end(FORMS) ? nullptr : form;
+}
+
+std::string formNames(FormUse use)
+{
+    std::string result;
+    for (const Form& form : formsFor(use))
+        result.append(result.empty() ? "" : ", ").append(form.name);
+    return result;
+}
+
+std::string formSuggestion(std::string_view name, FormUse use)
+{
+    std::vector<std::string_view> names;
+    for (const Form& form : formsFor(use))
+        names.push_back(form.name);
+    return suggestion(name, names);
 }
 
 void addComponentForms(CommandLine& commandLine, const Form*& target)

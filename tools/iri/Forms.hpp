@@ -21,6 +21,15 @@ const Form& formAsGiven() noexcept;
 /// @returns null if no form has that name
 const Form* findForm(std::string_view name) noexcept;
 
+/// What a form is for.
+enum class FormUse { Components, Wholes };
+
+/// The names of the forms, with commas between.
+std::string formNames(FormUse use);
+
+/// What may have been meant by a name that no form has, as `suggestion` says it.
+std::string formSuggestion(std::string_view name, FormUse use);
+
 /// Adds the option that chooses a form for components.
 void addComponentForms(CommandLine& commandLine, const Form*& target);
 

@@ -37,6 +37,19 @@ namespace {
         return std::min(index, text.size());
     }
 
+    // A text that would be read, and can be printed: the library takes some bytes for UTF-8 that are
+    // not, and would leave them in it.
+    std::optional<std::string> repairedOf(std::string_view record)
+    {
+        std::optional<std::string> repaired = iri::repair(record);
+        if (repaired && text::findInvalidUtf8(*repaired) != std::string_view::npos) {
+            std::string escaped;
+            text::appendPercentEscaped(escaped, record);
+            repaired = iri::repair(escaped);
+        }
+        return repaired;
+    }
+
     std::string printable(std::string_view text)
     {
         std::string result;
@@ -101,6 +114,28 @@ std::optional<Problem> problemOf(std::string_view record)
                    diagnosis->codePointOffset};
 }
 
+std::string summaryOf(const Problem& problem)
+{
+    std::string result(problem.component);
+    return result.append(result.empty() ? "" : ": ").append(problem.message);
+}
+
+void addProblem(MemberWriter& writer, std::string_view record, const Problem& problem)
+{
+    const std::optional<std::string> repaired = repairedOf(record);
+    writer.add("error", problem.message);
+    writer.add("code", problem.code);
+    writer.addUnlessEmpty("component", problem.component);
+    writer.addNumber("offset", problem.offset);
+    writer.addNumber("length", problem.length);
+    writer.addNumber("characterOffset", problem.characterOffset);
+    writer.addUnlessEmpty("expected", problem.expected);
+    if (repaired)
+        writer.add("repaired", *repaired);
+    else
+        writer.addNull("repaired");
+}
+
 void appendProblem(std::string& result, const Place& place, std::string_view record,
                    const Problem& problem)
 {
@@ -111,9 +146,7 @@ void appendProblem(std::string& result, const Place& place, std::string_view rec
     text::appendPrintable(result, place.source);
     result.append(":").append(line).append(":");
     result.append(std::to_string(problem.characterOffset + 1)).append(": error: ");
-    if (!problem.component.empty())
-        result.append(problem.component).append(": ");
-    result.append(problem.message).append(" [").append(problem.code).append("]\n");
+    result.append(summaryOf(problem)).append(" [").append(problem.code).append("]\n");
 
     result.append(" ").append(line).append(" | ").append(excerpt.line).append("\n");
     result.append(margin).append(" | ").append(excerpt.mark).append("\n");
@@ -122,7 +155,7 @@ void appendProblem(std::string& result, const Place& place, std::string_view rec
     if (!problem.expected.empty())
         result.append("; expected ").append(problem.expected);
     result.append("\n");
-    if (const std::optional<std::string> repaired = iri::repair(record); repaired) {
+    if (const std::optional<std::string> repaired = repairedOf(record); repaired) {
         constexpr std::size_t WORTH_SHOWING = 300;
         if (repaired->size() <= WORTH_SHOWING)
             result.append(margin)
@@ -130,6 +163,15 @@ void appendProblem(std::string& result, const Place& place, std::string_view rec
                 .append(printable(*repaired))
                 .append("\n");
     }
+}
+
+std::string describeProblem(std::string_view option, std::string_view value, const Problem& problem)
+{
+    std::string result = std::string(option).append(" is no IRI\n");
+    const std::string source = std::string("<").append(option).append(">");
+    appendProblem(result, {source, 1}, value, problem);
+    result.pop_back();
+    return result;
 }
 
 } // namespace tool

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "MemberWriter.hpp"
+
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -25,13 +28,29 @@ std::optional<Problem> problemOf(std::string_view record);
 
 /// A record that came from somewhere.
 struct Place {
-    std::string_view source; ///< a file, or "<stdin>"
+    std::string_view source; ///< a file, "<stdin>" or "<argument 2>"
     std::uint64_t line;      ///< 1 is the first
 };
+
+/// What is wrong in one line: the component and the message.
+std::string summaryOf(const Problem& problem);
+
+/// The members that a problem adds to a record, in their order: why it is no IRI in words, and as
+/// code, where, what could have stood there, and a text that would do.
+inline constexpr std::array<std::string_view, 8> PROBLEM_MEMBERS{
+    "error", "code", "component", "offset", "length", "characterOffset", "expected", "repaired"};
+
+/// Adds them.
+void addProblem(MemberWriter& writer, std::string_view record, const Problem& problem);
 
 /// Appends what a compiler would say: where, what, the line with a mark under it, what could have
 /// stood there, and a text that would do.
 void appendProblem(std::string& result, const Place& place, std::string_view record,
                    const Problem& problem);
+
+/// The same of the value of an option, to be told as the reason why the command line makes no sense:
+/// "--base is no IRI", and what a compiler would say on the lines below, the last without its end.
+std::string describeProblem(std::string_view option, std::string_view value,
+                            const Problem& problem);
 
 } // namespace tool

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Problem.hpp"
+
 #include <foundation/core/except/Exception.hpp>
 #include <foundation/network/IRI.hpp>
 
@@ -11,9 +13,9 @@ namespace tool {
 
 /// A text that was read as an IRI.
 struct Reading {
-    std::optional<foundation::network::IRI> iri;
-    std::string why;    ///< why it is none; empty if it is one
-    bool isUtf8 = true; ///< whether the text can be printed at all
+    std::optional<foundation::network::IRI> iri{};
+    std::string why{};                ///< why there is none; empty if there is
+    std::optional<Problem> problem{}; ///< the same at length, if it is the text that is none
 };
 
 /// Reads a text as an IRI; unlike the library, takes nothing for UTF-8 that is not.

@@ -28,6 +28,8 @@ bool Records::next(Record& record)
         if (isReading_) {
             if (nextLine(record.text)) {
                 record.origin = "line " + std::to_string(lineNumber_);
+                record.source = "<stdin>";
+                record.line = lineNumber_;
                 return true;
             }
             isReading_ = false;
@@ -39,6 +41,8 @@ bool Records::next(Record& record)
         if (operand.isVerbatim || operand.text != "-") {
             record.text = std::move(operand.text);
             record.origin = "argument " + std::to_string(nextOperand_);
+            record.source = "<" + record.origin + ">";
+            record.line = 1;
             return true;
         }
         isReading_ = true;

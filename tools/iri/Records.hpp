@@ -4,6 +4,7 @@
 #include "Output.hpp"
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -13,6 +14,8 @@ namespace tool {
 struct Record {
     std::string text;   ///< any bytes
     std::string origin; ///< where it came from: "argument 2", "line 7"
+    std::string source; ///< the same as a compiler has it: "<argument 2>", "<stdin>"
+    std::uint64_t line = 1;
 };
 
 /// The texts that a command line asks for: its operands, and for each operand "-", or if there is

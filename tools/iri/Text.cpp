@@ -279,6 +279,19 @@ void appendEscapedBytes(std::string& result, std::string_view bytes)
     }
 }
 
+void appendPercentEscaped(std::string& result, std::string_view bytes)
+{
+    for (;;) {
+        const std::size_t invalid = findInvalidUtf8(bytes);
+        result.append(bytes.substr(0, invalid));
+        if (invalid == std::string_view::npos)
+            return;
+        result.push_back('%');
+        appendHex(result, byteAt(bytes, invalid), 2);
+        bytes.remove_prefix(invalid + 1);
+    }
+}
+
 void appendPrintableJson(std::string& result, std::string_view json)
 {
     // All that stays is copied in one piece as far as it goes.

@@ -38,6 +38,9 @@ std::string excerpt(std::string_view text);
 /// becomes "\xFF", a backslash two; all else stays.
 void appendEscapedBytes(std::string& result, std::string_view bytes);
 
+/// Appends bytes as valid UTF-8 text: a byte that is not UTF-8 becomes "%FF", all else stays.
+void appendPercentEscaped(std::string& result, std::string_view bytes);
+
 /// Appends a JSON text in which each unprintable character outside ASCII is written as JSON's
 /// escape.
 /// @param json  valid UTF-8

@@ -1,5 +1,6 @@
 #include "CommandLine.hpp"
 #include "ExitCode.hpp"
+#include "Nearest.hpp"
 #include "Output.hpp"
 #include "Text.hpp"
 #include "Verbs.hpp"
@@ -10,6 +11,7 @@
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <vector>
 
 namespace {
 
@@ -43,22 +45,27 @@ Options:
   -h, --help     this text
   -V, --version  the version of the program
 
-Exit codes:
-  0  every record is as asked
-  1  some record is not: it is no IRI, no address, not found, or cannot be shown
-     as asked; or the answer to a question is no
-  2  the command line makes no sense
-  3  input could not be read, or output not written
-  4  the system or the name service failed
 )help");
-    return result;
+    return result.append(tool::EXIT_CODES);
 }
 
-ExitCode refuse(std::string_view why, std::string_view word, Output& output)
+ExitCode refuse(std::string_view why, std::string_view word,
+                const std::vector<std::string_view>& names, Output& output)
 {
-    output.reportError(std::string(why).append(": ").append(tool::text::excerpt(word)));
+    output.reportError(std::string(why)
+                           .append(": ")
+                           .append(tool::text::excerpt(word))
+                           .append(tool::suggestion(word, names)));
     output.reportError("see: iri --help");
     return ExitCode::Usage;
+}
+
+ExitCode refuseVerb(std::string_view word, Output& output)
+{
+    std::vector<std::string_view> names{"help"};
+    for (const Verb& verb : tool::allVerbs())
+        names.push_back(verb.name);
+    return refuse("no such verb", word, names, output);
 }
 
 ExitCode help(const Arguments& words, Output& output)
@@ -69,7 +76,7 @@ ExitCode help(const Arguments& words, Output& output)
     }
     const Verb* const verb = tool::findVerb(words.front());
     if (verb == nullptr)
-        return refuse("no such verb", words.front(), output);
+        return refuseVerb(words.front(), output);
     return verb->run({"--help"}, output);
 }
 
@@ -88,10 +95,10 @@ ExitCode run(const Arguments& words, Output& output)
         return ExitCode::Yes;
     }
     if (first.starts_with('-'))
-        return refuse("no such option", first, output);
+        return refuse("no such option", first, {"--help", "--version"}, output);
     const Verb* const verb = tool::findVerb(first);
     if (verb == nullptr)
-        return refuse("no such verb", first, output);
+        return refuseVerb(first, output);
     try {
         return verb->run(rest, output);
     } catch (const foundation::network::IdnConverterException& failure) {

@@ -1,6 +1,7 @@
 #include "Fields.hpp"
 
 #include "../Components.hpp"
+#include "../Nearest.hpp"
 #include "../Problem.hpp"
 #include "../Text.hpp"
 
@@ -103,6 +104,35 @@ std::string fieldNames()
     return result;
 }
 
+std::string noSuchField(std::string_view text)
+{
+    const std::size_t colon = text.find(':');
+    const std::string_view name = text.substr(0, colon);
+    std::string result = "no such field: " + text::excerpt(text);
+    std::vector<std::string_view> names;
+    for (const FieldName& each : FIELD_NAMES) {
+        if (each.field == name || each.word == name) {
+            const bool isWhole = each.kind == FieldKind::Iri || each.kind == FieldKind::Authority;
+            const FormUse use = isWhole ? FormUse::Wholes : FormUse::Components;
+            return result + (isWhole ? "; a form of the whole is " : "; a form is ")
+                   + formNames(use) + formSuggestion(text.substr(colon + 1), use);
+        }
+        names.push_back(each.field);
+    }
+    return result + "; there are " + fieldNames() + suggestion(name, names);
+}
+
+std::string nameOf(const Field& field)
+{
+    const auto* const name =
+        std::find_if(FIELD_NAMES.begin(), FIELD_NAMES.end(),
+                     [&](const FieldName& each) { return each.kind == field.kind; });
+    std::string result(name->field);
+    if (field.form != &formAsGiven())
+        result.append(":").append(field.form->name);
+    return result;
+}
+
 FieldReader::State FieldReader::read(const Field& field, std::string_view& text)
 {
     const bool hasOneForm = field.kind == FieldKind::Scheme || field.kind == FieldKind::Port
@@ -200,12 +230,14 @@ std::optional<Template> Template::read(std::string_view text, std::string& why)
             return std::nullopt;
         } else if (c == '{') {
             const std::size_t end = text.find('}', i);
-            const std::string_view name =
-                text.substr(i + 1, end == std::string_view::npos ? end : end - i - 1);
+            const std::string_view name = text.substr(i + 1, end - i - 1);
+            if (end == std::string_view::npos) {
+                why = "a \"{\" that does not end; write \"{{\" for a brace";
+                return std::nullopt;
+            }
             const std::optional<Field> field = findField(name);
-            if (end == std::string_view::npos || !field) {
-                why = "no such field: {" + text::excerpt(name)
-                      + (end == std::string_view::npos ? "" : "}") + "; there are " + fieldNames();
+            if (!field) {
+                why = noSuchField(name);
                 return std::nullopt;
             }
             result.parts_.back().field = field;

@@ -40,6 +40,12 @@ std::optional<Field> findField(std::string_view text);
 /// The names that `findField` knows, with commas between.
 std::string fieldNames();
 
+/// What to say of a text in which `findField` reads no field, with what may have been meant.
+std::string noSuchField(std::string_view text);
+
+/// The name of a field in JSON, with its form if it has another than the given one.
+std::string nameOf(const Field& field);
+
 /// A record that is an IRI, from which fields are read.
 class FieldReader {
 public:

@@ -1,6 +1,7 @@
 #include "Makers.hpp"
 
 #include "../Components.hpp"
+#include "../Nearest.hpp"
 #include "../Reading.hpp"
 #include "../Text.hpp"
 #include "Fields.hpp"
@@ -144,15 +145,17 @@ namespace {
             return nullptr;
         }
         std::vector<Field> fields;
+        std::vector<std::string> names;
         for (const std::string& word : words) {
             const std::optional<Field> field = findField(word);
             if (!field) {
-                why = "no such field: " + text::excerpt(word) + "; there are " + fieldNames();
+                why = noSuchField(word);
                 return nullptr;
             }
             fields.push_back(*field);
+            names.push_back(nameOf(*field));
         }
-        return std::make_unique<GetFields>(std::move(fields), words);
+        return std::make_unique<GetFields>(std::move(fields), std::move(names));
     }
 
     std::unique_ptr<RowMaker> readParse(const Arguments& words, std::string& why)
@@ -188,21 +191,26 @@ namespace {
             } else if (word.starts_with(FORM)) {
                 form = findForm(std::string_view(word).substr(FORM.size()));
                 if (form == nullptr || form->encoding == IRI::Encoding::Decoded) {
-                    why = "no such form: " + text::excerpt(word);
+                    const std::string_view name = std::string_view(word).substr(FORM.size());
+                    why = "--form: not one of " + formNames(FormUse::Wholes) + ": "
+                          + text::excerpt(name) + formSuggestion(name, FormUse::Wholes);
                     return nullptr;
                 }
             } else {
-                why = "neither --base=IRI nor --form=FORM: " + text::excerpt(word);
+                constexpr std::array OPTIONS{std::string_view("--base"),
+                                             std::string_view("--form")};
+                why = "neither --base=IRI nor --form=FORM: " + text::excerpt(word)
+                      + suggestion(std::string_view(word).substr(0, word.find('=')), OPTIONS);
                 return nullptr;
             }
         }
         if (!base) {
-            why = "--base=IRI is missing";
+            why = "--base=IRI must be given";
             return nullptr;
         }
         Reading reading = readIri(*base);
         if (!reading.iri) {
-            why = "--base: " + reading.why + ": " + text::excerpt(*base);
+            why = describeProblem("--base", *base, *reading.problem);
             return nullptr;
         }
         return std::make_unique<WithBase>(std::move(*reading.iri), *form, std::move(make));

@@ -1,17 +1,12 @@
 #include "Row.hpp"
 
 #include "../Text.hpp"
+#include "../Tsv.hpp"
 
-#include <algorithm>
 #include <array>
 #include <charconv>
 
 namespace tool::bulk {
-namespace {
-
-    constexpr std::string_view TSV_SPECIALS = "\t\n\\";
-
-} // namespace
 
 RowWriter::RowWriter(RowFormat format, std::span<const std::string> columns)
     : format_(format)
@@ -30,6 +25,7 @@ void RowWriter::restart()
 {
     result_->resize(start_);
     column_ = 0;
+    isEscaped_ = false;
     isFirst_ = true;
     if (format_ == RowFormat::Json)
         json_.begin();
@@ -65,7 +61,7 @@ void RowWriter::addAbsent()
     }
     separate();
     if (format_ == RowFormat::Tsv)
-        result_->append("\\N");
+        result_->append(TSV_ABSENT);
 }
 
 void RowWriter::addNumber(std::uint64_t number)
@@ -93,19 +89,22 @@ void RowWriter::addBool(bool value)
 void RowWriter::addCarried(std::string_view name, std::string_view escaped)
 {
     const bool isText = text::findInvalidUtf8(escaped) == std::string_view::npos;
-    std::string safe;
-    if (!isText)
-        text::appendEscapedBytes(safe, escaped);
-    const std::string_view carried = isText ? escaped : std::string_view(safe);
-    if (format_ == RowFormat::Json) {
-        if (carried == "\\N")
-            json_.addNull(name);
+    if (format_ == RowFormat::Json && escaped == TSV_ABSENT) {
+        json_.addNull(name);
+    } else if (format_ == RowFormat::Json && isText) {
+        json_.add(name, undoTsv(escaped));
+    } else if (format_ == RowFormat::Json) {
+        std::string safe;
+        text::appendEscapedBytes(safe, undoTsv(escaped));
+        json_.add(name, safe);
+        isEscaped_ = true;
+    } else {
+        separate();
+        if (isText)
+            result_->append(escaped);
         else
-            json_.add(name, undoTsv(carried));
-        return;
+            text::appendEscapedBytes(*result_, escaped);
     }
-    separate();
-    result_->append(carried);
 }
 
 void RowWriter::addNothing()
@@ -118,48 +117,14 @@ void RowWriter::addNothing()
 
 void RowWriter::end()
 {
-    if (format_ == RowFormat::Json)
+    if (format_ == RowFormat::Json) {
+        if (isEscaped_)
+            json_.addBool("escaped", true);
         json_.end(*result_);
-    else
-        result_->push_back(format_ == RowFormat::Raw ? '\0' : '\n');
-}
-
-void appendTsv(std::string& result, std::string_view text)
-{
-    for (;;) {
-        const std::size_t special = text.find_first_of(TSV_SPECIALS);
-        result.append(text.substr(0, special));
-        if (special == std::string_view::npos)
-            return;
-        const char c = text[special];
-        result.push_back('\\');
-        result.push_back(c == '\t' ? 't' : c == '\n' ? 'n' : '\\');
-        text.remove_prefix(special + 1);
+        return;
     }
-}
 
-std::string undoTsv(std::string_view escaped)
-{
-    std::string result;
-    for (;;) {
-        const std::size_t escape = escaped.find('\\');
-        result.append(escaped.substr(0, escape));
-        if (escape == std::string_view::npos || escape + 1 == escaped.size()) {
-            if (escape != std::string_view::npos)
-                result.push_back('\\'); // one at the end stands for itself
-            return result;
-        }
-        const char c = escaped[escape + 1];
-        if (c == 't')
-            result.push_back('\t');
-        else if (c == 'n')
-            result.push_back('\n');
-        else if (c == '\\')
-            result.push_back('\\');
-        else
-            result.append(escaped.substr(escape, 2)); // not one of ours
-        escaped.remove_prefix(escape + 2);
-    }
+    result_->push_back(format_ == RowFormat::Raw ? '\0' : '\n');
 }
 
 } // namespace tool::bulk

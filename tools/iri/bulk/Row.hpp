@@ -1,6 +1,7 @@
 #pragma once
 
 #include "../Json.hpp"
+#include "../RowFormat.hpp"
 
 #include <cstddef>
 #include <cstdint>
@@ -10,14 +11,6 @@
 #include <vector>
 
 namespace tool::bulk {
-
-/// How a record is written.
-enum class RowFormat {
-    Text, ///< printable, columns between tabs; what is absent is empty
-    Tsv,  ///< columns between tabs; tab, line feed and backslash as \t, \n, \\; absent as \N
-    Raw,  ///< columns between tabs, as they are; a NUL at the end
-    Json, ///< an object a line; absent as null
-};
 
 /// Writes records, column by column, one after the other.
 class RowWriter {
@@ -41,7 +34,8 @@ public:
     /// @}
 
     /// A column that is carried through, as it stands in a record of tab-separated values.
-    /// @param escaped  any bytes
+    /// @param escaped  any bytes; those that are not UTF-8 are escaped, and an object says so in a
+    ///        member "escaped"
     void addCarried(std::string_view name, std::string_view escaped);
 
     /// The next column of a record for which there is no answer.
@@ -59,12 +53,7 @@ private:
     std::size_t start_ = 0;
     std::size_t column_ = 0; // of those that have names here
     bool isFirst_ = true;
+    bool isEscaped_ = false; // whether bytes of a column are
 };
-
-/// @{
-/// The escapes of tab-separated values.
-void appendTsv(std::string& result, std::string_view text);
-std::string undoTsv(std::string_view escaped);
-/// @}
 
 } // namespace tool::bulk

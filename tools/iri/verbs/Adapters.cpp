@@ -3,7 +3,9 @@
 #include "../Colors.hpp"
 #include "../DisplayWidth.hpp"
 #include "../Json.hpp"
+#include "../MemberWriter.hpp"
 #include "../Reading.hpp"
+#include "../RowFormat.hpp"
 #include "../Text.hpp"
 
 #include <foundation/network/NetworkInterface.hpp>
@@ -46,10 +48,14 @@ list of its addresses, each with family (inet or inet6), local and prefixlen;
 link_type is there if it is loopback. Besides, up, loopback and multicast tell
 whether it is up, leads back to this machine, and can send to groups;
 description is what it is. address and description are null if absent.
-
-Exit codes: 0 all is well; 2 the command line makes no sense; 3 output could not
-be written; 4 the system failed to list the adapters.
 )help";
+
+    // The members of a record, in their order.
+    constexpr std::array MEMBERS{std::string_view("ifindex"),    std::string_view("ifname"),
+                                 std::string_view("up"),         std::string_view("loopback"),
+                                 std::string_view("multicast"),  std::string_view("link_type"),
+                                 std::string_view("address"),    std::string_view("addr_info"),
+                                 std::string_view("description")};
 
     enum Column : std::size_t {
         NAME,
@@ -204,16 +210,35 @@ be written; 4 the system failed to list the adapters.
         json.end(out);
     }
 
+    // In tab-separated values, an address stands with its prefix length as one text.
+    void appendTsv(const NetworkInterface& adapter, MemberWriter& writer, std::string& out)
+    {
+        writer.begin();
+        writer.add("ifindex", adapter.getIdentifier());
+        writer.add("ifname", text::toUtf8(adapter.getFriendlyName()));
+        writer.addBool("up", adapter.isUp());
+        writer.addBool("loopback", adapter.isLoopback());
+        writer.addBool("multicast", adapter.supportsMulticast());
+        if (adapter.isLoopback())
+            writer.add("link_type", "loopback");
+        writer.addUnlessEmpty("address", adapter.getHardwareAddress().toString());
+        writer.beginList("addr_info");
+        for (const InterfaceAddress& each : adapter.getInterfaceAddresses())
+            writer.addElement(each.toString());
+        writer.endList();
+        writer.addUnlessEmpty("description", text::toUtf8(adapter.getDescription()));
+        writer.end(out);
+    }
+
 } // namespace
 
 ExitCode adapters(const Arguments& arguments, Output& output)
 {
     bool all = false;
-    bool isJson = false;
     ColorMode color = ColorMode::Auto;
     CommandLine commandLine("adapters", {EXAMPLES, USAGE, DETAILS});
     commandLine.addFlag("--all", all, "those too that are down or have no address");
-    commandLine.addFlag("--json", isJson, "write a JSON object a line");
+    const FormatOptions format(commandLine, FormatOptions::Raw::Senseless);
     addColorOption(commandLine, color);
     if (const std::optional<ExitCode> end = commandLine.read(arguments, output))
         return *end;
@@ -230,10 +255,16 @@ ExitCode adapters(const Arguments& arguments, Output& output)
         return ExitCode::System;
     }
 
-    if (isJson) {
+    if (format.format() == RowFormat::Json) {
         JsonLines json;
         for (const NetworkInterface& adapter : listed)
             appendJson(adapter, json, output.text());
+    } else if (format.format() == RowFormat::Tsv) {
+        MemberWriter writer(RowFormat::Tsv, MEMBERS);
+        if (format.hasHeader())
+            writer.appendHeader(output.text());
+        for (const NetworkInterface& adapter : listed)
+            appendTsv(adapter, writer, output.text());
     } else {
         output.text().append(asText(listed, Colors(color)));
     }

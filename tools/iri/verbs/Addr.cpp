@@ -3,14 +3,16 @@
 #include "../Answers.hpp"
 #include "../Blocks.hpp"
 #include "../Colors.hpp"
-#include "../Json.hpp"
+#include "../MemberWriter.hpp"
 #include "../Reading.hpp"
 #include "../Records.hpp"
+#include "../RowFormat.hpp"
 
 #include <foundation/network/InetAddress.hpp>
 #include <foundation/network/InterfaceAddress.hpp>
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
@@ -53,10 +55,17 @@ three are null if absent. Whatever is wrong stands in error. A text that is not
 UTF-8 is given with each such byte as \xFF and each backslash as \\, and escaped
 is true.
 
-Exit codes: 0 all is well; 1 something is no address, or has a scope that is not
-known here; 2 the command line makes no sense; 3 input could not be read, or
-output not written.
+The answer is no if something is no address or has a scope that is not known
+here.
 )help";
+
+    // What a record may have, in this order.
+    constexpr std::array COLUMNS{
+        std::string_view("addr"),     std::string_view("escaped"),   std::string_view("valid"),
+        std::string_view("version"),  std::string_view("address"),   std::string_view("bytes"),
+        std::string_view("loopback"), std::string_view("linkLocal"), std::string_view("multicast"),
+        std::string_view("scope"),    std::string_view("prefixlen"), std::string_view("network"),
+        std::string_view("error")};
 
     /// A text that was read as an address.
     struct AddressReading {
@@ -216,56 +225,53 @@ output not written.
         blocks.end();
     }
 
-    void addOptional(JsonLines& json, std::string_view name,
+    void addOptional(MemberWriter& writer, std::string_view name,
                      const std::optional<std::string>& value)
     {
         if (value)
-            json.add(name, *value);
+            writer.add(name, *value);
         else
-            json.addNull(name);
+            writer.addNull(name);
     }
 
-    void giveJson(const Record& record, const AddressReading& reading, Output& output)
+    void giveMembers(const Record& record, const AddressReading& reading, Answers& answers)
     {
         const Facts facts = factsOf(reading);
-        JsonLines json;
-        json.begin();
-        json.add("addr", record.text);
-        json.addBool("valid", true);
-        json.addNumber("version", reading.address->getVersion());
-        json.add("address", facts.address);
-        json.beginList("bytes");
+        MemberWriter& writer = answers.begin();
+        writer.add("addr", record.text);
+        writer.addBool("valid", true);
+        writer.addNumber("version", reading.address->getVersion());
+        writer.add("address", facts.address);
+        writer.beginList("bytes");
         for (const unsigned char byte : facts.bytes)
-            json.addElement(std::uint32_t{byte});
-        json.endList();
-        json.addBool("loopback", reading.address->isLoopback());
-        json.addBool("linkLocal", reading.address->isLinkLocal());
-        json.addBool("multicast", reading.address->isMulticast());
-        addOptional(json, "scope", facts.scope);
+            writer.addElement(std::uint32_t{byte});
+        writer.endList();
+        writer.addBool("loopback", reading.address->isLoopback());
+        writer.addBool("linkLocal", reading.address->isLinkLocal());
+        writer.addBool("multicast", reading.address->isMulticast());
+        addOptional(writer, "scope", facts.scope);
         if (reading.prefixLength)
-            json.addNumber("prefixlen", *reading.prefixLength);
+            writer.addNumber("prefixlen", *reading.prefixLength);
         else
-            json.addNull("prefixlen");
-        addOptional(json, "network", facts.network);
+            writer.addNull("prefixlen");
+        addOptional(writer, "network", facts.network);
         if (!reading.error.empty())
-            json.add("error", reading.error);
-        json.end(output.text());
-        output.endRecord();
+            writer.add("error", reading.error);
+        answers.end();
     }
 
 } // namespace
 
 ExitCode addr(const Arguments& arguments, Output& output)
 {
-    bool isJson = false;
     ColorMode color = ColorMode::Auto;
     CommandLine commandLine("addr", {EXAMPLES, USAGE, DETAILS});
-    commandLine.addFlag("--json", isJson, "write a JSON object a line");
+    const FormatOptions format(commandLine, FormatOptions::Raw::Senseless);
     addColorOption(commandLine, color);
     if (const std::optional<ExitCode> end = commandLine.read(arguments, output))
         return *end;
 
-    Answers answers(isJson, output, "addr");
+    Answers answers(format, output, COLUMNS, "addr");
     Blocks blocks(color, output);
     Records records(commandLine.operands(), output);
     ExitCode code = ExitCode::Yes;
@@ -281,8 +287,8 @@ ExitCode addr(const Arguments& arguments, Output& output)
             answers.refuse(record, &record.text, false, reading.error);
             continue;
         }
-        if (isJson)
-            giveJson(record, reading, output);
+        if (answers.haveMembers())
+            giveMembers(record, reading, answers);
         else
             giveText(record, reading, blocks);
         if (!reading.error.empty())

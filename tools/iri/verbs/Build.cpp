@@ -6,6 +6,7 @@
 #include "../Json.hpp"
 #include "../Reading.hpp"
 #include "../Records.hpp"
+#include "../RowFormat.hpp"
 #include "../Text.hpp"
 
 #include <foundation/network/IRI.hpp>
@@ -54,9 +55,8 @@ Prints the IRI, or with --json, an object a line as "iri parse --json" does. If
 the text of an IRI is none, or reads as other components, as "//h" does that was
 built from a path, that is reported on standard error, and in JSON in error.
 
-Exit codes: 0 all is well; 1 something makes no IRI, or its text does not read
-as it was built; 2 the command line makes no sense; 3 input could not be read,
-or output not written.
+The answer is no if something makes no IRI, or its text does not read as it was
+built.
 )help";
 
     using Given = std::array<std::optional<std::string>, PART_COUNT>;
@@ -92,9 +92,12 @@ or output not written.
     /// Reads the text of components that carry their escapes.
     Reading readComposed(const Given& given)
     {
-        Reading reading = readIri(compose(given));
-        if (!reading.iri)
-            return reading;
+        const std::string text = compose(given);
+        Reading reading = readIri(text);
+        if (reading.problem)
+            return {std::nullopt, "together they make no IRI: " + reading.why + " at byte "
+                                      + std::to_string(reading.problem->offset) + " of "
+                                      + text::excerpt(text)};
 
         Components wanted;
         for (std::size_t part = 0; part < PART_COUNT; ++part)
@@ -218,7 +221,6 @@ ExitCode build(const Arguments& arguments, Output& output)
     Given given;
     std::vector<Pair> pairs;
     const Form* form = &formAsGiven();
-    bool isJson = false;
     CommandLine commandLine("build", {EXAMPLES, USAGE, DETAILS});
     for (std::size_t part = 0; part < PART_COUNT; ++part)
         commandLine.addText(std::string("--").append(PART_NAMES[part].word), "TEXT",
@@ -237,7 +239,7 @@ ExitCode build(const Arguments& arguments, Output& output)
                             return text::describeInvalidUtf8(pair);
                         });
     addWholeForms(commandLine, form);
-    commandLine.addFlag("--json", isJson, "write a JSON object a line, and read them");
+    const FormatOptions format(commandLine, FormatOptions::Raw::Offered);
     if (const std::optional<ExitCode> end = commandLine.read(arguments, output))
         return *end;
     if (!commandLine.operands().empty())
@@ -245,11 +247,11 @@ ExitCode build(const Arguments& arguments, Output& output)
                                       + text::excerpt(commandLine.operands().front().text),
                                   output);
 
-    Answers answers(isJson, output);
+    Answers answers(format, output, componentColumns());
     const bool isGiven = !pairs.empty()
                          || std::any_of(given.begin(), given.end(),
                                         [](const auto& each) { return each.has_value(); });
-    if (!isGiven && !isJson)
+    if (!isGiven && !answers.haveMembers())
         return commandLine.refuse("no component is given", output);
     ExitCode code = ExitCode::Yes;
     if (isGiven) {

@@ -1,6 +1,6 @@
 #include "Check.hpp"
 
-#include "../Json.hpp"
+#include "../MemberWriter.hpp"
 #include "../Problem.hpp"
 #include "../System.hpp"
 #include "../Text.hpp"
@@ -46,27 +46,38 @@ namespace {
 )help";
 
     constexpr std::string_view DETAILS_BEFORE =
-        R"help(Judges whether each line of the files is an IRI reference (RFC 3987), or each line
-of standard input if no file is given; "-" stands for standard input too. The
-empty line is one.
+        R"help(Judges whether each line of the files is an IRI reference (RFC 3987), or each
+line of standard input if no file is given; "-" stands for standard input too.
+The empty line is one.
 
 What is wrong is told on standard error as a compiler tells it: the file, the
-line, the character, what it is with its code, the line with a mark under it, what
-could have stood there, and a text that would be read. Offsets count from 0, lines
-and characters in front of "error" from 1.
+line, the character, what it is with its code, the line with a mark under it,
+what could have stood there, and a text that would be read. Offsets count from
+0, lines and characters in front of "error" from 1.
 
 With --json, an object for each line that is no IRI goes to standard output
-instead: file, line, iri (as in "iri parse --json"), code, message, component,
-offset and length in bytes, characterOffset, expected and repaired, which are null
-if there is none.
+instead: file, line, iri (as in "iri parse --json"), error in words, code,
+component, offset and length in bytes, characterOffset, expected and repaired,
+which are null if there is none.
 
 Codes:
 )help";
 
     constexpr std::string_view DETAILS_BEHIND = R"help(
-Exit codes: 0 all lines are IRIs; 1 some line is none; 2 the command line makes no
-sense; 3 input could not be read, or output not written.
+The answer is no if some line is no IRI.
 )help";
+
+    /// Appends a line of words, broken before the width of a terminal.
+    void appendWrapped(std::string& result, std::string_view text, std::size_t indent)
+    {
+        constexpr std::size_t LINE = 80;
+        while (text.size() > LINE - indent) {
+            const std::size_t space = text.rfind(' ', LINE - indent);
+            result.append(text.substr(0, space)).append("\n").append(indent, ' ');
+            text.remove_prefix(space + 1);
+        }
+        result.append(text).push_back('\n');
+    }
 
     std::string detailsText()
     {
@@ -77,7 +88,7 @@ sense; 3 input could not be read, or output not written.
             const auto code = iri::Diagnosis::Code(i);
             const std::string_view name = iri::name(code);
             result.append("  ").append(name).append(WIDTH - name.size(), ' ');
-            result.append(iri::describe(code)).push_back('\n');
+            appendWrapped(result, iri::describe(code), WIDTH + 2);
         }
         return result.append(DETAILS_BEHIND);
     }
@@ -151,12 +162,6 @@ sense; 3 input could not be read, or output not written.
 
         void writeJson(const Place& place, std::string_view record, const Problem& problem)
         {
-            const auto addOrNull = [this](std::string_view name, std::string_view value) {
-                if (value.empty())
-                    json_.addNull(name);
-                else
-                    json_.add(name, value);
-            };
             json_.begin();
             json_.add("file", printable(place.source));
             json_.addNumber("line", place.line);
@@ -167,18 +172,7 @@ sense; 3 input could not be read, or output not written.
             json_.add("iri", isText ? record : std::string_view(escaped));
             if (!isText)
                 json_.addBool("escaped", true);
-            json_.add("code", problem.code);
-            json_.add("message", problem.message);
-            addOrNull("component", problem.component);
-            json_.addNumber("offset", problem.offset);
-            json_.addNumber("length", problem.length);
-            json_.addNumber("characterOffset", problem.characterOffset);
-            addOrNull("expected", problem.expected);
-            const auto repaired = foundation::network::iri::repair(record);
-            if (repaired)
-                json_.add("repaired", *repaired);
-            else
-                json_.addNull("repaired");
+            addProblem(json_, record, problem);
             json_.end(output_.text());
             output_.endRecord();
         }
@@ -192,7 +186,7 @@ sense; 3 input could not be read, or output not written.
 
         Options options_;
         Output& output_;
-        JsonLines json_;
+        MemberWriter json_{RowFormat::Json, {}};
         std::uint64_t records_ = 0;
         std::uint64_t invalid_ = 0;
     };
@@ -224,6 +218,8 @@ ExitCode check(const Arguments& arguments, Output& output)
         const auto source = isStandardInput ? std::make_unique<bulk::Source>()
                                             : std::make_unique<bulk::Source>(operand.text);
         checker.check(*source);
+        if (system::wasInterrupted())
+            break;
     }
     if (system::wasInterrupted()) {
         output.flush();
@@ -232,8 +228,8 @@ ExitCode check(const Arguments& arguments, Output& output)
     if (checker.invalid() == 0)
         return ExitCode::Yes;
     if (!options.quiet)
-        output.reportError(std::to_string(checker.invalid()) + " of "
-                           + std::to_string(checker.records()) + " records are no IRI");
+        output.reportError("records that are no IRI: " + std::to_string(checker.invalid()) + " of "
+                           + std::to_string(checker.records()));
     return ExitCode::No;
 }
 

@@ -3,10 +3,11 @@
 #include "../Answers.hpp"
 #include "../Components.hpp"
 #include "../Forms.hpp"
-#include "../Json.hpp"
+#include "../MemberWriter.hpp"
 #include "../Reading.hpp"
 #include "../Records.hpp"
 #include "../Remarks.hpp"
+#include "../RowFormat.hpp"
 #include "../Text.hpp"
 
 #include <foundation/network/IRI.hpp>
@@ -44,9 +45,20 @@ leftHash and rightHash are 16 hexadecimal digits; differs is the name of the
 component, or null, and leftValue and rightValue are what each has there, or
 null if it is absent. For what is no IRI, an object with iri, valid and error.
 
-Exit codes: 0 the IRIs are equal; 1 they differ, or one is none; 2 the command
-line makes no sense; 3 output could not be written.
+The answer is no if the IRIs differ, or one is none.
 )help";
+
+    // What a record may have, in this order.
+    constexpr std::array COLUMNS{std::string_view("left"),      std::string_view("right"),
+                                 std::string_view("iri"),       std::string_view("escaped"),
+                                 std::string_view("valid"),     std::string_view("equal"),
+                                 std::string_view("order"),     std::string_view("leftHash"),
+                                 std::string_view("rightHash"), std::string_view("differs"),
+                                 std::string_view("leftValue"), std::string_view("rightValue"),
+                                 std::string_view("error"),     std::string_view("code"),
+                                 std::string_view("component"), std::string_view("offset"),
+                                 std::string_view("length"),    std::string_view("characterOffset"),
+                                 std::string_view("expected"),  std::string_view("repaired")};
 
     /// What there is to tell of two IRIs.
     struct Comparison {
@@ -112,40 +124,36 @@ line makes no sense; 3 output could not be written.
         }
     }
 
-    void appendJson(const std::array<Record, 2>& records, const Comparison& comparison,
-                    std::string& out)
+    void addMembers(const std::array<Record, 2>& records, const Comparison& comparison,
+                    MemberWriter& writer)
     {
-        JsonLines json;
-        json.begin();
-        json.add("left", records[0].text);
-        json.add("right", records[1].text);
-        json.addBool("valid", true);
-        json.addBool("equal", comparison.areEqual);
-        json.add("order", comparison.order);
-        json.add("leftHash", comparison.hashes[0]);
-        json.add("rightHash", comparison.hashes[1]);
+        writer.add("left", records[0].text);
+        writer.add("right", records[1].text);
+        writer.addBool("valid", true);
+        writer.addBool("equal", comparison.areEqual);
+        writer.add("order", comparison.order);
+        writer.add("leftHash", comparison.hashes[0]);
+        writer.add("rightHash", comparison.hashes[1]);
         if (comparison.difference)
-            json.add("differs", PART_NAMES.at(*comparison.difference).field);
+            writer.add("differs", PART_NAMES.at(*comparison.difference).field);
         else
-            json.addNull("differs");
+            writer.addNull("differs");
         const std::array<std::string_view, 2> names{"leftValue", "rightValue"};
         for (std::size_t i = 0; i < names.size(); ++i) {
             const Component& value = comparison.values.at(i);
             if (value.state == Component::State::Present)
-                json.add(names.at(i), value.text);
+                writer.add(names.at(i), value.text);
             else
-                json.addNull(names.at(i));
+                writer.addNull(names.at(i));
         }
-        json.end(out);
     }
 
 } // namespace
 
 ExitCode compare(const Arguments& arguments, Output& output)
 {
-    bool isJson = false;
     CommandLine commandLine("compare", {EXAMPLES, USAGE, DETAILS});
-    commandLine.addFlag("--json", isJson, "write a JSON object");
+    const FormatOptions format(commandLine, FormatOptions::Raw::Senseless);
     if (const std::optional<ExitCode> end = commandLine.read(arguments, output))
         return *end;
     const std::vector<Operand>& operands = commandLine.operands();
@@ -153,12 +161,13 @@ ExitCode compare(const Arguments& arguments, Output& output)
         return commandLine.refuse(
             "two IRIs are to be given, not " + std::to_string(operands.size()), output);
 
-    Answers answers(isJson, output);
+    Answers answers(format, output, COLUMNS);
     std::array<Record, 2> records;
     std::array<Reading, 2> readings;
     bool areIris = true;
     for (std::size_t i = 0; i < records.size(); ++i) {
-        records.at(i) = {operands[i].text, "argument " + std::to_string(i + 1)};
+        const std::string origin = "argument " + std::to_string(i + 1);
+        records.at(i) = {operands[i].text, origin, "<" + origin + ">"};
         readings.at(i) = readIri(operands[i].text);
         if (!readings.at(i).iri) {
             answers.refuse(records.at(i), readings.at(i));
@@ -169,11 +178,13 @@ ExitCode compare(const Arguments& arguments, Output& output)
         return ExitCode::No;
 
     const Comparison comparison = compareIris(*readings[0].iri, *readings[1].iri);
-    if (isJson)
-        appendJson(records, comparison, output.text());
-    else
+    if (answers.haveMembers()) {
+        addMembers(records, comparison, answers.begin());
+        answers.end();
+    } else {
         appendText(comparison, output.text());
-    output.endRecord();
+        output.endRecord();
+    }
     return comparison.areEqual ? ExitCode::Yes : ExitCode::No;
 }
 

@@ -5,6 +5,7 @@
 #include "../Forms.hpp"
 #include "../Reading.hpp"
 #include "../Records.hpp"
+#include "../RowFormat.hpp"
 #include "../Text.hpp"
 
 #include <foundation/network/IRI.hpp>
@@ -47,9 +48,7 @@ Prints the IRI, or with --json, an object a line as "iri parse --json" does, of
 the changed IRI. If its text is no IRI, or reads as other components, that is
 reported on standard error, and in JSON in error.
 
-Exit codes: 0 all is well; 1 something is no IRI, or cannot be changed like
-that; 2 the command line makes no sense; 3 input could not be read, or output
-not written.
+The answer is no if something is no IRI or cannot be changed like that.
 )help";
 
     /// One thing to do to each IRI.
@@ -63,7 +62,7 @@ not written.
     {
         const std::optional<Part> part = findPart(name);
         if (!part)
-            return "no such component: " + text::excerpt(name);
+            return "no such component: " + text::excerpt(name) + partSuggestion(name);
         changes.push_back({*part, std::move(text)});
         return "";
     }
@@ -125,29 +124,28 @@ ExitCode edit(const Arguments& arguments, Output& output)
 {
     std::vector<Change> changes;
     const Form* form = &formAsGiven();
-    bool isJson = false;
     CommandLine commandLine("edit", {EXAMPLES, USAGE, DETAILS});
-    commandLine.addText("--set", "NAME=TEXT", "set a component to a plain text",
-                        [&changes](const std::string& value) {
-                            const std::size_t equals = value.find('=');
-                            if (equals == std::string::npos)
-                                return "no \"=\" in it: " + text::excerpt(value);
-                            if (text::findInvalidUtf8(value) != std::string::npos)
-                                return "not valid UTF-8: " + text::excerpt(value);
-                            return addChange(value.substr(0, equals), value.substr(equals + 1),
-                                             changes);
-                        });
+    commandLine.addText(
+        "--set", "NAME=TEXT", "set a component to a plain text",
+        [&changes](const std::string& value) {
+            const std::size_t equals = value.find('=');
+            if (equals == std::string::npos)
+                return "no \"=\" in it: " + text::excerpt(value);
+            if (const std::string problem = text::describeInvalidUtf8(value); !problem.empty())
+                return problem + ": " + text::excerpt(value);
+            return addChange(value.substr(0, equals), value.substr(equals + 1), changes);
+        });
     commandLine.addText(
         "--clear", "NAME", "make a component absent",
         [&changes](const std::string& name) { return addChange(name, std::nullopt, changes); });
     addWholeForms(commandLine, form);
-    commandLine.addFlag("--json", isJson, "write a JSON object a line");
+    const FormatOptions format(commandLine, FormatOptions::Raw::Offered);
     if (const std::optional<ExitCode> end = commandLine.read(arguments, output))
         return *end;
     if (changes.empty())
         return commandLine.refuse("neither --set nor --clear is given", output);
 
-    Answers answers(isJson, output);
+    Answers answers(format, output, componentColumns());
     Records records(commandLine.operands(), output);
     ExitCode code = ExitCode::Yes;
     for (Record record; records.next(record);)

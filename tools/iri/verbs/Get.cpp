@@ -2,7 +2,7 @@
 
 #include "../Answers.hpp"
 #include "../Records.hpp"
-#include "../Text.hpp"
+#include "../RowFormat.hpp"
 #include "../bulk/Fields.hpp"
 #include "../bulk/Row.hpp"
 
@@ -16,7 +16,6 @@ namespace {
 
     using bulk::Field;
     using bulk::FieldReader;
-    using bulk::RowFormat;
     using bulk::RowWriter;
     using bulk::Template;
 
@@ -31,8 +30,8 @@ namespace {
 
     constexpr std::string_view DETAILS =
         R"help(Shows one field of each IRI, or of each line of standard input if none is given,
-on a line each. "-" stands for the lines of standard input too; behind "--" it is
-an IRI like any other.
+on a line each. "-" stands for the lines of standard input too; behind "--" it
+is an IRI like any other.
 
 A field is scheme, authority, userInfo, host, port, portNumber, path, query,
 fragment, or iri for the whole; a form is one of those of "iri parse". In a
@@ -44,39 +43,30 @@ A field that is absent gives an empty line, and the exit code tells. What is no
 IRI is reported on standard error and gives no line. To keep a line for each
 line, use "iri map get".
 
-Exit codes: 0 every field is there; 1 some field is absent or cannot be decoded,
-or something is no IRI; 2 the command line makes no sense; 3 input could not be
-read, or output not written.
+With --json, an object a line: iri is the IRI as it was given, valid tells
+whether it is one, and the field has its name, or text with a TEMPLATE; it is
+null if absent. What is wrong stands in members as with "iri parse".
+
+The answer is no if some field is absent or cannot be decoded, or something is
+no IRI.
 )help";
-
-    struct Options {
-        std::optional<std::string> pattern;
-        bool json = false;
-        bool tsv = false;
-        bool print0 = false;
-
-        RowFormat format() const noexcept
-        {
-            return json     ? RowFormat::Json
-                   : print0 ? RowFormat::Raw
-                   : tsv    ? RowFormat::Tsv
-                            : RowFormat::Text;
-        }
-    };
 
     /// Writes what is asked for of one IRI after the other.
     class Getter {
     public:
         Getter(std::optional<Template> pattern, std::optional<Field> field, std::string name,
-               RowFormat format, Output& output)
+               const FormatOptions& options, Output& output)
             : template_(std::move(pattern))
             , field_(field)
             , columns_{std::move(name)}
-            , row_(format, columns_)
-            , format_(format)
+            , row_(options.format(), columns_)
+            , format_(options.format())
             , output_(output)
-            , answers_(format == RowFormat::Json, output)
+            // Tab-separated values have the one column that is asked for.
+            , answers_(format_ == RowFormat::Json ? RowFormat::Json : RowFormat::Text, output, {})
         {
+            if (options.hasHeader())
+                output.text().append(columns_.front()).push_back('\n');
         }
 
         /// @returns whether it was there
@@ -103,13 +93,24 @@ read, or output not written.
                                       "UTF-8");
                 return false;
             }
-            write(text, state == FieldReader::State::Present);
+            write(record, text, state == FieldReader::State::Present);
             return state == FieldReader::State::Present;
         }
 
     private:
-        void write(std::string_view text, bool isPresent)
+        void write(const Record& record, std::string_view text, bool isPresent)
         {
+            if (format_ == RowFormat::Json) {
+                MemberWriter& writer = answers_.begin();
+                writer.add("iri", record.text);
+                writer.addBool("valid", true);
+                if (!isPresent)
+                    writer.addNull(columns_.front());
+                else if (columns_.front() != "iri")
+                    writer.add(columns_.front(), text);
+                answers_.end();
+                return;
+            }
             row_.begin(output_.text());
             // A template gives a text that is meant as it is: its tabs and line feeds are.
             if (template_ && format_ == RowFormat::Text)
@@ -135,43 +136,34 @@ read, or output not written.
 
 ExitCode get(const Arguments& arguments, Output& output)
 {
-    Options options;
+    std::optional<std::string> givenPattern;
     CommandLine commandLine("get", {EXAMPLES, USAGE, DETAILS});
     commandLine.addText("-f,--format", "TEMPLATE",
-                        "write a text made of several fields, instead of one", options.pattern);
-    commandLine.addFlag("--json", options.json, "write a JSON object a line");
-    commandLine.addFlag("--tsv", options.tsv,
-                        "write \\t, \\n, \\\\ for tab, line feed and backslash, \\N for what is\n"
-                        "absent");
-    commandLine.addFlag("-0,--print0", options.print0,
-                        "write values as they are, and NUL behind each");
+                        "write a text made of several fields, instead of one", givenPattern);
+    const FormatOptions format(commandLine, FormatOptions::Raw::Offered);
     if (const std::optional<ExitCode> end = commandLine.read(arguments, output))
         return *end;
-    if (int{options.json} + int{options.tsv} + int{options.print0} > 1)
-        return commandLine.refuse("one of --json, --tsv and --print0 at most", output);
 
     std::vector<Operand> operands = commandLine.operands();
     std::optional<Template> pattern;
     std::optional<Field> field;
     std::string name = "text";
-    if (options.pattern) {
+    if (givenPattern) {
         std::string why;
-        pattern = Template::read(*options.pattern, why);
+        pattern = Template::read(*givenPattern, why);
         if (!pattern)
             return commandLine.refuse("--format: " + why, output);
     } else {
         if (operands.empty())
             return commandLine.refuse("a FIELD is missing: " + bulk::fieldNames(), output);
-        name = operands.front().text;
-        field = bulk::findField(name);
+        field = bulk::findField(operands.front().text);
         if (!field)
-            return commandLine.refuse("no such field: " + text::excerpt(name) + "; there are "
-                                          + bulk::fieldNames(),
-                                      output);
+            return commandLine.refuse(bulk::noSuchField(operands.front().text), output);
+        name = bulk::nameOf(*field);
         operands.erase(operands.begin());
     }
 
-    Getter getter(std::move(pattern), field, std::move(name), options.format(), output);
+    Getter getter(std::move(pattern), field, std::move(name), format, output);
     Records records(std::move(operands), output);
     ExitCode code = ExitCode::Yes;
     for (Record record; records.next(record);)

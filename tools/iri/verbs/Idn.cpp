@@ -3,11 +3,13 @@
 #include "../Answers.hpp"
 #include "../Blocks.hpp"
 #include "../Colors.hpp"
-#include "../Json.hpp"
+#include "../MemberWriter.hpp"
 #include "../Names.hpp"
 #include "../Records.hpp"
+#include "../RowFormat.hpp"
 
 #include <algorithm>
+#include <array>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -38,18 +40,19 @@ as it was given, valid tells whether it could be converted, ascii and unicode
 are its forms. Whatever is wrong stands in error. A name that is not UTF-8 is
 given with each such byte as \xFF and each backslash as \\, and escaped is true.
 
-Exit codes: 0 all is well; 1 some name could not be converted; 2 the command
-line makes no sense; 3 input could not be read, or output not written; 4 the
-conversion itself failed.
+The answer is no if some name could not be converted.
 )help";
+
+    // What a record may have, in this order.
+    constexpr std::array COLUMNS{std::string_view("name"),    std::string_view("escaped"),
+                                 std::string_view("valid"),   std::string_view("ascii"),
+                                 std::string_view("unicode"), std::string_view("error")};
 
     /// Shows one name after the other.
     class Converter {
     public:
-        Converter(bool isJson, ColorMode color, Output& output)
-            : isJson_(isJson)
-            , output_(output)
-            , answers_(isJson, output, "name")
+        Converter(const FormatOptions& format, ColorMode color, Output& output)
+            : answers_(format, output, COLUMNS, "name")
             , blocks_(color, output)
         {
         }
@@ -59,8 +62,6 @@ conversion itself failed.
     private:
         void give(const Record& record, const DomainName& name);
 
-        bool isJson_;
-        Output& output_;
         Names names_;
         Answers answers_;
         Blocks blocks_;
@@ -80,38 +81,35 @@ conversion itself failed.
 
     void Converter::give(const Record& record, const DomainName& name)
     {
-        if (!isJson_) {
+        if (!answers_.haveMembers()) {
             blocks_.begin(record.text);
             blocks_.add("ascii", Ink::Plain, name.ascii);
             blocks_.add("unicode", Ink::Plain, name.unicode);
             blocks_.end();
             return;
         }
-        JsonLines json;
-        json.begin();
-        json.add("name", record.text);
-        json.addBool("valid", name.problem.empty());
-        json.add("ascii", name.ascii);
-        json.add("unicode", name.unicode);
+        MemberWriter& writer = answers_.begin();
+        writer.add("name", record.text);
+        writer.addBool("valid", name.problem.empty());
+        writer.add("ascii", name.ascii);
+        writer.add("unicode", name.unicode);
         if (!name.problem.empty())
-            json.add("error", name.problem);
-        json.end(output_.text());
-        output_.endRecord();
+            writer.add("error", name.problem);
+        answers_.end();
     }
 
 } // namespace
 
 ExitCode idn(const Arguments& arguments, Output& output)
 {
-    bool isJson = false;
     ColorMode color = ColorMode::Auto;
     CommandLine commandLine("idn", {EXAMPLES, USAGE, DETAILS});
-    commandLine.addFlag("--json", isJson, "write a JSON object a line");
+    const FormatOptions format(commandLine, FormatOptions::Raw::Senseless);
     addColorOption(commandLine, color);
     if (const std::optional<ExitCode> end = commandLine.read(arguments, output))
         return *end;
 
-    Converter converter(isJson, color, output);
+    Converter converter(format, color, output);
     Records records(commandLine.operands(), output);
     ExitCode code = ExitCode::Yes;
     for (Record record; records.next(record);)

@@ -3,16 +3,18 @@
 #include "../Answers.hpp"
 #include "../Blocks.hpp"
 #include "../Colors.hpp"
-#include "../Json.hpp"
+#include "../MemberWriter.hpp"
 #include "../Names.hpp"
 #include "../Reading.hpp"
 #include "../Records.hpp"
+#include "../RowFormat.hpp"
 #include "../System.hpp"
 #include "../Text.hpp"
 
 #include <foundation/network/InetAddress.hpp>
 
 #include <algorithm>
+#include <array>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -52,10 +54,14 @@ if that could not be found out. Whatever is wrong stands in error. A name that
 is not UTF-8 is given with each such byte as \xFF and each backslash as \\, and
 escaped is true.
 
-Exit codes: 0 all is well; 1 something was not found, or is no name; 2 the
-command line makes no sense; 3 input could not be read, or output not written;
-4 the name service failed or did not answer.
+The answer is no if something was not found or is no name.
 )help";
+
+    // What a record may have, in this order.
+    constexpr std::array COLUMNS{std::string_view("name"),          std::string_view("escaped"),
+                                 std::string_view("found"),         std::string_view("ascii"),
+                                 std::string_view("addresses"),     std::string_view("reverseName"),
+                                 std::string_view("canonicalName"), std::string_view("error")};
 
     /// What there is to tell of one name or address.
     struct Finding {
@@ -182,64 +188,59 @@ command line makes no sense; 3 input could not be read, or output not written;
         blocks.end();
     }
 
-    void giveJson(const Record& record, const Finding& finding, Output& output)
+    void giveMembers(const Record& record, const Finding& finding, Answers& answers)
     {
-        JsonLines json;
-        json.begin();
-        json.add("name", record.text);
+        MemberWriter& writer = answers.begin();
+        writer.add("name", record.text);
         if (isFound(finding) || finding.code != ExitCode::System)
-            json.addBool("found", isFound(finding));
+            writer.addBool("found", isFound(finding));
         else
-            json.addNull("found");
+            writer.addNull("found");
         if (finding.ascii)
-            json.add("ascii", *finding.ascii);
+            writer.add("ascii", *finding.ascii);
         if (isFound(finding)) {
-            json.beginList("addresses");
+            writer.beginList("addresses");
             for (const std::string& address : finding.addresses)
-                json.addElement(address);
-            json.endList();
+                writer.addElement(address);
+            writer.endList();
         }
         if (finding.reverseName)
-            json.add("reverseName", *finding.reverseName);
+            writer.add("reverseName", *finding.reverseName);
         if (finding.canonicalName)
-            json.add("canonicalName", *finding.canonicalName);
+            writer.add("canonicalName", *finding.canonicalName);
         else if (finding.isCanonicalNameKnown)
-            json.addNull("canonicalName");
+            writer.addNull("canonicalName");
         if (!finding.error.empty())
-            json.add("error", finding.error);
-        json.end(output.text());
-        output.endRecord();
+            writer.add("error", finding.error);
+        answers.end();
     }
 
     /// What is no UTF-8 is no name that anything could be found by.
-    void giveUnreadable(const Record& record, std::string_view problem, Output& output)
+    void giveUnreadable(const Record& record, std::string_view problem, Answers& answers)
     {
         std::string escaped;
         text::appendEscapedBytes(escaped, record.text);
-        JsonLines json;
-        json.begin();
-        json.add("name", escaped);
-        json.addBool("escaped", true);
-        json.addBool("found", false);
-        json.add("error", problem);
-        json.end(output.text());
-        output.endRecord();
+        MemberWriter& writer = answers.begin();
+        writer.add("name", escaped);
+        writer.addBool("escaped", true);
+        writer.addBool("found", false);
+        writer.add("error", problem);
+        answers.end();
     }
 
 } // namespace
 
 ExitCode lookup(const Arguments& arguments, Output& output)
 {
-    bool isJson = false;
     ColorMode color = ColorMode::Auto;
     CommandLine commandLine("lookup", {EXAMPLES, USAGE, DETAILS});
-    commandLine.addFlag("--json", isJson, "write a JSON object a line");
+    const FormatOptions format(commandLine, FormatOptions::Raw::Senseless);
     addColorOption(commandLine, color);
     if (const std::optional<ExitCode> end = commandLine.read(arguments, output))
         return *end;
 
     const Names names;
-    Answers answers(isJson, output, "name");
+    Answers answers(format, output, COLUMNS, "name");
     Blocks blocks(color, output);
     Records records(commandLine.operands(), output);
     ExitCode code = ExitCode::Yes;
@@ -249,12 +250,12 @@ ExitCode lookup(const Arguments& arguments, Output& output)
         if (!problem.empty()) {
             finding.code = ExitCode::No;
             finding.error = problem;
-            if (isJson)
-                giveUnreadable(record, problem, output);
+            if (answers.haveMembers())
+                giveUnreadable(record, problem, answers);
         } else {
             finding = find(record.text, names);
-            if (isJson)
-                giveJson(record, finding, output);
+            if (answers.haveMembers())
+                giveMembers(record, finding, answers);
             else if (isFound(finding))
                 giveText(record, finding, blocks);
         }

@@ -1,7 +1,9 @@
 #include "Map.hpp"
 
+#include "../Nearest.hpp"
 #include "../System.hpp"
 #include "../Text.hpp"
+#include "../Tsv.hpp"
 #include "../bulk/Makers.hpp"
 #include "../bulk/Pieces.hpp"
 #include "../bulk/Pipeline.hpp"
@@ -27,7 +29,6 @@ namespace {
     using bulk::BulkVerb;
     using bulk::Outcome;
     using bulk::Product;
-    using bulk::RowFormat;
     using bulk::RowMaker;
     using bulk::RowWriter;
 
@@ -64,7 +65,7 @@ namespace {
     constexpr std::string_view EXAMPLES =
         R"help(  iri map get host <links.txt
   iri map --with-error get scheme host path:decoded <links.txt
-  iri map --in=tsv --column=3 --tsv resolve --base='http://a.example/' <pages.tsv
+  iri map --in=tsv --column=3 --tsv resolve --base=http://h/ <pages.tsv
   iri map -j 4 --json parse <links.txt
 )help";
 
@@ -87,7 +88,7 @@ A record is a line, of any length and with any bytes; a carriage return before
 its end does not belong to it, nor does a byte order mark before the first. All
 answers to what was read are written before more is waited for. What is written
 is UTF-8: of a column that is carried through and is not, each such byte is
-written as \xFF and each backslash as \\.
+written as \xFF and each backslash as \\, and in JSON, escaped is true.
 
 Values are printable by default (as with "iri parse"), and what is absent is
 empty. With --tsv, what is absent is \N. With --json, what is absent or has no
@@ -97,9 +98,8 @@ answer is null.
 as one of the codes of "iri help check" or as undecodable (a component whose
 escapes are no text) or no-result (no such result exists), and at which byte.
 
-Exit codes: 0 all records were answered; 1 with --fail-on-invalid, if for some
-there is no answer; 2 the command line makes no sense; 3 input could not be read
-or announces chunks that are none, or output not written.
+The answer is yes, but with --fail-on-invalid it is no if some record has none.
+Chunks that are not as announced are a failure of the input.
 )help";
 
     std::string detailsText()
@@ -156,8 +156,10 @@ or announces chunks that are none, or output not written.
         {
             if (header.ends_with('\r'))
                 header.remove_suffix(1);
-            for (const std::string_view name : splitColumns(header))
+            for (const std::string_view name : splitColumns(header)) {
                 carriedNames_.emplace_back(name);
+                memberNames_.push_back(memberName(name));
+            }
         }
 
         /// The first record of the output, which names its columns.
@@ -202,7 +204,7 @@ or announces chunks that are none, or output not written.
             const std::string_view given = columns[options_.column - 1];
             if (given.find('\\') == std::string_view::npos)
                 return makeRow(given, columns, row);
-            return makeRow(bulk::undoTsv(given), columns, row);
+            return makeRow(undoTsv(given), columns, row);
         }
 
         bool makeRow(std::optional<std::string_view> text,
@@ -235,16 +237,35 @@ or announces chunks that are none, or output not written.
         void carry(std::span<const std::string_view> columns, RowWriter& row) const
         {
             for (std::size_t i = 0; i < columns.size(); ++i)
-                row.addCarried(i < carriedNames_.size() ? carriedNames_[i]
-                                                        : "column" + std::to_string(i + 1),
+                row.addCarried(i < memberNames_.size() ? memberNames_[i]
+                                                       : "column" + std::to_string(i + 1),
                                columns[i]);
+        }
+
+        /// What a column is called in JSON, where no two members may have one name.
+        std::string memberName(std::string_view given) const
+        {
+            std::string name = undoTsv(given);
+            if (text::findInvalidUtf8(name) != std::string::npos) {
+                name.clear();
+                text::appendEscapedBytes(name, undoTsv(given));
+            }
+            const auto isTaken = [this](const std::string& each) {
+                return std::count(columns_.begin(), columns_.end(), each) != 0
+                       || std::count(memberNames_.begin(), memberNames_.end(), each) != 0;
+            };
+            std::string result = name;
+            for (std::size_t i = 2; isTaken(result); ++i)
+                result = name + "_" + std::to_string(i);
+            return result;
         }
 
         Options options_;
         std::unique_ptr<RowMaker> maker_;
-        std::vector<std::string> columns_; // those that are added to a record
-        std::size_t answerCount_;          // how many of them are not about errors
-        std::vector<std::string> carriedNames_;
+        std::vector<std::string> columns_;      // those that are added to a record
+        std::size_t answerCount_;               // how many of them are not about errors
+        std::vector<std::string> carriedNames_; // as the input has them
+        std::vector<std::string> memberNames_;  // the same in JSON
     };
 
     void addOptions(CommandLine& commandLine, Options& options)
@@ -252,9 +273,9 @@ or announces chunks that are none, or output not written.
         commandLine.addChoice<Input>(
             "--in", "FORMAT", {{"lines", Input::Lines}, {"nul", Input::Nul}, {"tsv", Input::Tsv}},
             options.input,
-            "what the records of the input are: lines, the default; texts\n"
-            "that end in NUL; or tab-separated values, which are carried\n"
-            "through, with the answers behind them");
+            "what a record of the input is: a line, the default; nul, a\n"
+            "text that ends in NUL; or tsv, tab-separated values, which\n"
+            "are carried through, with the answers behind them");
         commandLine.addNumber("--column", "N",
                               "with --in=tsv: the column that holds the IRI; 1 is the\n"
                               "first, and the default",
@@ -283,12 +304,30 @@ or announces chunks that are none, or output not written.
     std::string_view conflictOf(const Options& options)
     {
         if (int{options.json} + int{options.tsv} + int{options.print0} > 1)
-            return "one of --json, --tsv and --print0 at most";
+            return "of --json, --tsv and --print0, only one can be chosen";
         if (options.header && options.chunkHeader)
             return "--header and --chunk-header do not go together";
         if (options.column != 1 && options.input != Input::Tsv)
             return "--column goes with --in=tsv only";
         return {};
+    }
+
+    bool hasTwins(std::vector<std::string> names)
+    {
+        std::sort(names.begin(), names.end());
+        return std::adjacent_find(names.begin(), names.end()) != names.end();
+    }
+
+    std::string noSuchVerb(std::string_view word)
+    {
+        std::string known;
+        std::vector<std::string_view> names;
+        for (const BulkVerb& verb : bulk::allBulkVerbs()) {
+            known.append(names.empty() ? "" : ", ").append(verb.name);
+            names.push_back(verb.name);
+        }
+        return "no such verb here: " + text::excerpt(word) + "; there are " + known
+               + suggestion(word, names);
     }
 
     void writeCounters(std::uint64_t records, std::uint64_t invalid, Output& output)
@@ -322,7 +361,7 @@ ExitCode map(const Arguments& arguments, Output& output)
         return each.name == operands.front().text;
     });
     if (verb == verbs.end())
-        return commandLine.refuse("no such verb: " + text::excerpt(operands.front().text), output);
+        return commandLine.refuse(noSuchVerb(operands.front().text), output);
     Arguments words;
     for (std::size_t i = 1; i < operands.size(); ++i)
         words.push_back(operands[i].text);
@@ -330,15 +369,18 @@ ExitCode map(const Arguments& arguments, Output& output)
     std::unique_ptr<RowMaker> maker = verb->read(words, why);
     if (!maker)
         return commandLine.refuse(why, output);
+    if (options.format() == RowFormat::Json && hasTwins(maker->columns()))
+        return commandLine.refuse("--json: an object cannot have a field twice", output);
 
     system::catchInterrupts();
     bulk::Source source;
-    bulk::Progress progress(source.remainingSize());
+    std::optional<bulk::Progress> progress(source.remainingSize());
     bulk::Pieces pieces(source, options.separator(), options.chunkHeader);
     Mapper mapper(options, std::move(maker));
     if (options.header) {
         if (options.input == Input::Tsv)
-            mapper.setHeader(pieces.takeFirst().value_or(""));
+            if (const std::optional<std::string> header = pieces.takeFirst())
+                mapper.setHeader(*header);
         output.text().append(mapper.header());
     }
 
@@ -354,12 +396,13 @@ ExitCode map(const Arguments& arguments, Output& output)
                 sum.records += product.records;
                 sum.invalid += product.invalid;
                 size += piece.size();
-                progress.show(sum.records, sum.invalid, size);
+                progress->show(sum.records, sum.invalid, size);
             });
     } catch (const bulk::BadChunkHeader& error) {
         output.reportError(error.what());
         return ExitCode::InputOutput;
     }
+    progress.reset();
     output.flush();
     if (options.hadoopCounters)
         writeCounters(sum.records, sum.invalid, output);

@@ -7,6 +7,7 @@
 #include "../Reading.hpp"
 #include "../Records.hpp"
 #include "../Remarks.hpp"
+#include "../RowFormat.hpp"
 #include "../Text.hpp"
 
 #include <foundation/network/IRI.hpp>
@@ -25,7 +26,6 @@ namespace {
     struct Options {
         const Form* form = &formAsGiven();
         ColorMode color = ColorMode::Auto;
-        bool json = false;
     };
 
     constexpr std::string_view USAGE = "iri parse [OPTION...] [--] [IRI...]";
@@ -54,25 +54,28 @@ it, and of scheme, authority, userInfo, host, port, path, query and fragment,
 which are null if absent; portNumber is the port as a number. With form decoded,
 text too stays as it was given, and a component that cannot be decoded is left
 out and named in the list undecodable.
-Whatever is wrong stands in error. An iri that is not UTF-8 is given with each
-such byte as \xFF and each backslash as \\, and escaped is true.
+Whatever is wrong stands in error; if that is not an IRI, code tells it to
+programs, component, offset and length in bytes, and characterOffset where it
+is, expected what could have stood there, and repaired is a text that would be
+read; null if there is none (the codes: "iri help check"). An iri that is not
+UTF-8 is given with each such byte as \xFF and each backslash as \\, and escaped
+is true. With --tsv, the same are columns.
 
 A line ends with LF or CR LF and may be empty, since the empty text is an IRI;
 the last line needs no end. A byte order mark in front of the first line is
 skipped. What is no IRI is reported on standard error; the rest goes on.
 
-Exit codes: 0 all is well; 1 something is no IRI or cannot be decoded; 2 the
-command line makes no sense; 3 input could not be read, or output not written.
+The answer is no if something is no IRI or cannot be decoded.
 )help";
 
     /// Reads one record after the other and shows it.
     class Parser {
     public:
-        Parser(const Options& options, Output& output)
+        Parser(const Options& options, const FormatOptions& format, Output& output)
             : options_(options)
             , colors_(options.color)
             , output_(output)
-            , answers_(options.json, output)
+            , answers_(format, output, componentColumns())
         {
         }
 
@@ -130,7 +133,7 @@ command line makes no sense; 3 input could not be read, or output not written.
 
         const Components components = readComponents(iri, options_.form->encoding);
         const std::string error = describeFailures(components);
-        if (options_.json) {
+        if (answers_.haveMembers()) {
             answers_.giveComponents(record.text, iri, *options_.form, components, error);
         } else {
             appendText(iri, components);
@@ -233,13 +236,13 @@ ExitCode parse(const Arguments& arguments, Output& output)
     CommandLine commandLine("parse", {EXAMPLES, USAGE, DETAILS});
 
     addComponentForms(commandLine, options.form);
-    commandLine.addFlag("--json", options.json, "write a JSON object a line");
+    const FormatOptions format(commandLine, FormatOptions::Raw::Senseless);
     addColorOption(commandLine, options.color);
 
     if (const std::optional<ExitCode> end = commandLine.read(arguments, output))
         return *end;
 
-    Parser parser(options, output);
+    Parser parser(options, format, output);
     Records records(commandLine.operands(), output);
     ExitCode code = ExitCode::Yes;
     for (Record record; records.next(record);)

@@ -5,9 +5,11 @@
 #include "../Forms.hpp"
 #include "../Reading.hpp"
 #include "../Records.hpp"
+#include "../RowFormat.hpp"
 
 #include <foundation/network/IRI.hpp>
 
+#include <array>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -40,10 +42,24 @@ tells whether it is one, result is the reference, and with --prove, resolvesBack
 tells whether it resolves to the IRI. Whatever is wrong stands in error, and
 there is no result then.
 
-Exit codes: 0 all is well; 1 something is no IRI, cannot be made relative to the
-base, or does not resolve back; 2 the command line makes no sense; 3 input could
-not be read, or output not written.
+The answer is no if something is no IRI, cannot be made relative to the base, or
+does not resolve back.
 )help";
+
+    // What a record may have, in this order.
+    constexpr std::array COLUMNS{std::string_view("iri"),
+                                 std::string_view("escaped"),
+                                 std::string_view("valid"),
+                                 std::string_view("result"),
+                                 std::string_view("resolvesBack"),
+                                 std::string_view("error"),
+                                 std::string_view("code"),
+                                 std::string_view("component"),
+                                 std::string_view("offset"),
+                                 std::string_view("length"),
+                                 std::string_view("characterOffset"),
+                                 std::string_view("expected"),
+                                 std::string_view("repaired")};
 
     /// Whether a reference, as it is written, resolves to an IRI again.
     bool resolvesTo(const std::string& reference, const IRI& base, const IRI& iri)
@@ -61,18 +77,17 @@ ExitCode relativize(const Arguments& arguments, Output& output)
 {
     const Form* form = &formAsGiven();
     bool proves = false;
-    bool isJson = false;
     CommandLine commandLine("relativize", {EXAMPLES, USAGE, DETAILS});
     Base base(commandLine);
     commandLine.addFlag("--prove", proves, "resolve the result again, and tell what comes of it");
     addWholeForms(commandLine, form);
-    commandLine.addFlag("--json", isJson, "write a JSON object a line");
+    const FormatOptions format(commandLine, FormatOptions::Raw::Offered);
     if (const std::optional<ExitCode> end = commandLine.read(arguments, output))
         return *end;
     if (const std::optional<ExitCode> end = base.read(commandLine, output))
         return *end;
 
-    Answers answers(isJson, output);
+    Answers answers(format, output, COLUMNS);
     Records records(commandLine.operands(), output);
     ExitCode code = ExitCode::Yes;
     for (Record record; records.next(record);) {

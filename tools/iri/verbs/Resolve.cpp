@@ -4,9 +4,11 @@
 #include "../Base.hpp"
 #include "../Forms.hpp"
 #include "../Records.hpp"
+#include "../RowFormat.hpp"
 
 #include <foundation/network/IRI.hpp>
 
+#include <array>
 #include <optional>
 #include <string_view>
 
@@ -33,26 +35,32 @@ Characters that a terminal obeys or cannot show are written as \n, \r, \t or
 valid tells whether it is one, and result is what it denotes. Whatever is wrong
 stands in error, and there is no result then.
 
-Exit codes: 0 all is well; 1 some reference is none or cannot be resolved; 2 the
-command line makes no sense; 3 input could not be read, or output not written.
+The answer is no if some reference is none or cannot be resolved.
 )help";
+
+    // What a record may have, in this order.
+    constexpr std::array COLUMNS{std::string_view("iri"),       std::string_view("escaped"),
+                                 std::string_view("valid"),     std::string_view("result"),
+                                 std::string_view("error"),     std::string_view("code"),
+                                 std::string_view("component"), std::string_view("offset"),
+                                 std::string_view("length"),    std::string_view("characterOffset"),
+                                 std::string_view("expected"),  std::string_view("repaired")};
 
 } // namespace
 
 ExitCode resolve(const Arguments& arguments, Output& output)
 {
     const Form* form = &formAsGiven();
-    bool isJson = false;
     CommandLine commandLine("resolve", {EXAMPLES, USAGE, DETAILS});
     Base base(commandLine);
     addWholeForms(commandLine, form);
-    commandLine.addFlag("--json", isJson, "write a JSON object a line");
+    const FormatOptions format(commandLine, FormatOptions::Raw::Offered);
     if (const std::optional<ExitCode> end = commandLine.read(arguments, output))
         return *end;
     if (const std::optional<ExitCode> end = base.read(commandLine, output))
         return *end;
 
-    Answers answers(isJson, output);
+    Answers answers(format, output, COLUMNS);
     Records records(commandLine.operands(), output);
     return answers.answerEach(records, [&](const IRI& reference) {
         return wholeText(reference.resolveAgainst(base.iri()), *form);
