@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""What the tool says if a line does not fit into memory: memory.py IRI
+"""What the tool says if a line does not fit into memory, and that many short ones do: memory.py IRI
 
 Apart from streams.py, because a sanitizer wants more memory than is left here.
 """
@@ -10,6 +10,15 @@ import sys
 
 MEBIBYTE = 1 << 20
 LIMIT = 256 * MEBIBYTE
+ROOM = 96 * MEBIBYTE
+
+# Writes more than there is room for, in lines of a hundred bytes.
+FEEDER = """
+import sys
+block = (b'//h/' + b'a' * 95 + b'\\n') * 100000
+for _ in range(20):
+    sys.stdout.buffer.write(block)
+"""
 
 
 def limited(program, *arguments, **options):
@@ -33,6 +42,24 @@ def main(program):
         done = limited(program, "idn", "--json", input=b"x\n" + b"a" * (size * MEBIBYTE))
         if not is_well_said(done) or not done.stdout.startswith(b'{"name":"x",'):
             print(size, done.returncode, done.stderr, done.stdout[:1000])
+            return 1
+
+    for jobs in ["1", "3"]:
+        done = limited(program, "map", "-j", jobs, "get", "path", input=b"x\n" + b"a" * LIMIT)
+        if done.returncode != 3 or done.stderr != b"iri: not enough memory\n" \
+                or done.stdout not in (b"", b"x\n"):
+            print(jobs, done.returncode, done.stderr, done.stdout[:1000])
+            return 1
+
+    for arguments in [["map", "get", "host"], ["map", "-j", "3", "parse"], ["check"],
+                      ["get", "host"]]:
+        with subprocess.Popen([sys.executable, "-c", FEEDER], stdout=subprocess.PIPE) as feeder:
+            done = subprocess.run(
+                [program, *arguments], stdin=feeder.stdout, stdout=subprocess.DEVNULL,
+                stderr=subprocess.PIPE, timeout=120, check=False,
+                preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_DATA, (ROOM, ROOM)))
+        if done.returncode != 0 or done.stderr:
+            print(arguments, done.returncode, done.stderr)
             return 1
 
     lines = b"x\n" + b"a" * LIMIT
