@@ -7,10 +7,13 @@ RFC 5737, RFC 3849), telephone numbers in ranges kept for fiction.
 
     generate.py            writes both files beside this script
     generate.py --check    writes nothing; exit 1 if a file differs from what would be written
+    generate.py --folder FOLDER [--seed N] [--urls N] [--iris N]
+                           writes both files into another folder, as large as is wished
 
-The output depends on SEED and on this file alone, not on the version of Python.
+The output depends on the seed, the numbers and this file alone, not on the version of Python.
 """
 
+import argparse
 import base64
 import pathlib
 import random
@@ -1118,11 +1121,29 @@ def collect(count, make, ascii_only):
     return list(texts)
 
 
+def parse_arguments():
+    parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
+    parser.add_argument("--check", action="store_true", help="compare, and write nothing")
+    parser.add_argument("--folder", type=pathlib.Path, help="where to write, if not here")
+    parser.add_argument("--seed", type=int, default=SEED)
+    parser.add_argument("--urls", type=int, default=URL_COUNT, metavar="N", help="how many URLs")
+    parser.add_argument("--iris", type=int, default=IRI_COUNT, metavar="N", help="how many IRIs")
+    arguments = parser.parse_args()
+    is_other = (arguments.seed, arguments.urls, arguments.iris) != (SEED, URL_COUNT, IRI_COUNT)
+    if is_other and not arguments.folder:
+        parser.error("other texts than the committed ones want a --folder")
+    return arguments
+
+
 def main():
-    here = pathlib.Path(__file__).resolve().parent
-    dice = Dice(SEED)
-    urls = collect(URL_COUNT, lambda: dice.weighted(URL_KINDS)(dice), True)
-    iris = collect(IRI_COUNT, lambda: Writer(dice, dice.weighted(SCRIPT_WEIGHTS)).iri(), False)
+    arguments = parse_arguments()
+    folder = arguments.folder or pathlib.Path(__file__).resolve().parent
+    folder.mkdir(parents=True, exist_ok=True)
+    dice = Dice(arguments.seed)
+    urls = collect(arguments.urls, lambda: dice.weighted(URL_KINDS)(dice), True)
+    iris = collect(
+        arguments.iris, lambda: Writer(dice, dice.weighted(SCRIPT_WEIGHTS)).iri(), False
+    )
 
     stale = False
     for name, texts in (("urls.txt", urls), ("iris.txt", iris)):
@@ -1140,16 +1161,14 @@ def main():
                 statistics.mean(lengths),
             )
         )
-        if sys.argv[1:] == ["--check"]:
-            if (here / name).read_bytes() != content:
+        if arguments.check:
+            if (folder / name).read_bytes() != content:
                 print(name + " differs from what this script writes", file=sys.stderr)
                 stale = True
         else:
-            (here / name).write_bytes(content)
+            (folder / name).write_bytes(content)
     return 1 if stale else 0
 
 
 if __name__ == "__main__":
-    if sys.argv[1:] not in ([], ["--check"]):
-        sys.exit("usage: generate.py [--check]")
     sys.exit(main())
