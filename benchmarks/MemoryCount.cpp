@@ -27,7 +27,7 @@ namespace {
         const HeapUse start = heapUse();
         const auto value = Subject::parse(text);
         const HeapUse parsed = heapUse();
-        Subject::readStrings(value, [](const std::string&) {});
+        Subject::readStrings(value, [](const auto&) {});
         const HeapUse read = heapUse();
         bool asGiven = false;
         {

@@ -3,6 +3,7 @@
 #include <boost/url/parse.hpp>
 #include <boost/url/url.hpp>
 
+#include <stdexcept>
 #include <string>
 #include <string_view>
 
@@ -55,6 +56,20 @@ struct BoostUrl {
         const auto text = value.buffer();
         return std::string(text.data(), text.size());
     }
+
+    static std::string resolve(const std::string& reference, const Value& base)
+    {
+        Value resolved;
+        const auto relative = boost::urls::parse_uri_reference(reference).value();
+        if (boost::urls::resolve(base, relative, resolved).has_error())
+            throw std::invalid_argument("Boost.URL does not resolve the reference");
+        return print(resolved);
+    }
+
+    static Value copy(const Value& value) { return value; }
+    /// Both compare what RFC 3986, 6.2.2 makes of the texts.
+    static bool equal(const Value& a, const Value& b) { return a == b; }
+    static bool less(const Value& a, const Value& b) { return a < b; }
 };
 
 } // namespace benchmarks

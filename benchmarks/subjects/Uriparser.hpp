@@ -28,9 +28,21 @@ public:
 
     const UriUriA& get() const noexcept { return uri_; }
 
+    struct Filled {};
+
+    /// The URI that `fill` fills in, which is given a UriUriA* and answers uriparser's code.
+    template <class Fill>
+    OwnedUri(Filled, Fill fill)
+    {
+        if (fill(&uri_) != URI_SUCCESS) {
+            uriFreeUriMembersA(&uri_);
+            throw std::invalid_argument("uriparser cannot make the URI");
+        }
+    }
+
 private:
     // uriMakeOwnerA and uriFreeUriMembersA want it writable, and filled by the parser alone.
-    UriUriA uri_;
+    UriUriA uri_ = {};
 };
 
 /// uriparser: UriUriA after uriMakeOwnerA, which owns its text as an IRI does.
@@ -78,6 +90,27 @@ struct Uriparser {
             throw std::runtime_error("uriparser cannot print");
         return text;
     }
+
+    /// The reference and the result own no text: what they are made of outlives them here.
+    static std::string resolve(const std::string& reference, const Value& base)
+    {
+        const OwnedUri relative(OwnedUri::Filled(), [&reference](UriUriA* uri) {
+            const char* errorAt = nullptr;
+            return uriParseSingleUriA(uri, reference.c_str(), &errorAt);
+        });
+        return print(OwnedUri(OwnedUri::Filled(), [&](UriUriA* uri) {
+            return uriAddBaseUriA(uri, &relative.get(), &base.get());
+        }));
+    }
+
+    static std::string relativise(const Value& target, const Value& base)
+    {
+        return print(OwnedUri(OwnedUri::Filled(), [&](UriUriA* uri) {
+            return uriRemoveBaseUriA(uri, &target.get(), &base.get(), URI_FALSE);
+        }));
+    }
+
+    static bool equal(const Value& a, const Value& b) { return uriEqualsUriA(&a.get(), &b.get()); }
 
 private:
     static std::string_view view(const UriTextRangeA& range)

@@ -2,7 +2,7 @@
 
 #include <foundation/network/IRI.hpp>
 
-#include <stdexcept>
+#include <cstdint>
 #include <string>
 
 namespace benchmarks {
@@ -12,15 +12,7 @@ struct Zkflnetwork {
     static constexpr const char* name = "zkflnetwork";
     using Value = foundation::network::IRI;
 
-    static bool accepts(const std::string& text)
-    {
-        try {
-            const Value value(text);
-            return true;
-        } catch (const std::logic_error&) {
-            return false;
-        }
-    }
+    static bool accepts(const std::string& text) { return Value::tryParse(text).has_value(); }
 
     static Value parse(const std::string& text) { return Value(text); }
 
@@ -43,6 +35,22 @@ struct Zkflnetwork {
     }
 
     static std::string print(const Value& value) { return value.toStringUtf8(); }
+    static std::string asciiForm(const Value& value) { return value.toAsciiStringUtf8(); }
+
+    static std::string resolve(const std::string& reference, const Value& base)
+    {
+        return Value(reference).resolveAgainst(base).toStringUtf8();
+    }
+
+    static std::string relativise(const Value& target, const Value& base)
+    {
+        return target.makeRelativeTo(base).toStringUtf8();
+    }
+
+    static Value copy(const Value& value) { return value; }
+    static bool equal(const Value& a, const Value& b) { return a == b; }
+    static bool less(const Value& a, const Value& b) { return a < b; }
+    static std::uint64_t hash(const Value& value) { return value.hashValue(); }
 };
 
 } // namespace benchmarks
