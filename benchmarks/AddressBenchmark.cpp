@@ -116,8 +116,9 @@ namespace {
         idna.nameToASCII(
             icu::UnicodeString(false, name.data(), static_cast<std::int32_t>(name.size())), result,
             findings, code);
-        std::string ascii;
-        return result.toUTF8String(ascii);
+        std::string ascii(static_cast<std::size_t>(result.length()), '\0');
+        result.extract(0, result.length(), ascii.data(), result.length(), US_INV);
+        return ascii;
     }
 
     std::u16string icuToUnicode(const icu::IDNA& idna, const std::string& name)

@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdlib>
 #include <fstream>
+#include <iterator>
 #include <map>
 #include <optional>
 #include <stdexcept>
@@ -108,6 +109,17 @@ std::vector<const std::string*> pointers(const Corpus& corpus)
 const Corpus& urls()
 {
     static const Corpus corpus = readLines("urls", ZKFLNETWORK_CORPUS_FOLDER "/urls.txt");
+    return corpus;
+}
+
+const Corpus& seventy()
+{
+    static const Corpus corpus = [] {
+        Corpus found{"seventy", {}};
+        std::ranges::copy_if(urls().texts, std::back_inserter(found.texts),
+                             [](const std::string& text) { return text.size() == 70; });
+        return found;
+    }();
     return corpus;
 }
 

@@ -17,6 +17,9 @@ std::vector<const std::string*> pointers(const Corpus& corpus);
 /// The 3000 ASCII URLs of corpus/urls.txt.
 const Corpus& urls();
 
+/// Those of urls() that have 70 characters.
+const Corpus& seventy();
+
 /// The 2000 IRIs of corpus/iris.txt, each with a character outside ASCII.
 const Corpus& iris();
 

@@ -34,7 +34,7 @@ namespace {
     {
         for (const std::string_view operation :
              {"Parse/", "ParseReadAll/", "ParsePrint/", "ParseAscii/", "Ranges/", "Refuse/",
-              "Resolve/", "EqualSame/", "Copy/", "Utf8To32/", "Utf32To8/"})
+              "Resolve/", "EqualAgain/", "Copy/", "Utf8To32/", "Utf32To8/"})
             for (const std::string_view corpus : {"urls/", "iris/", "bad_urls/"})
                 if (name.starts_with(operation)
                     && name.substr(operation.size()).starts_with(corpus))

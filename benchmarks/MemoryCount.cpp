@@ -89,7 +89,7 @@ int main()
 
     bool allAccepted = true;
     const char* separator = "[\n";
-    for (const Corpus* corpus : {&urls(), &iris(), &encodedIris()})
+    for (const Corpus* corpus : {&urls(), &iris(), &encodedIris(), &seventy()})
         forEachSubject([&]<class Subject>() {
             const Count count = countCorpus<Subject>(*corpus);
             std::cout << separator;

@@ -13,6 +13,7 @@
 #include <memory>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace benchmarks {
@@ -47,20 +48,42 @@ namespace {
         return Kept<Value>(new Value(Subject::parse(text)));
     }
 
-    /// Pairs of the texts that `makePair` makes of a text and of the one behind it.
+    /// Pairs of the texts that `makePair` makes of a text and of the one behind it, as values that
+    /// are compared for the first time: some keep what they have found out.
     template <class Subject, class MakePair>
     void registerEqual(const std::string& operation, const Corpus& corpus, MakePair makePair)
     {
         using Pair = Two<typename Subject::Value>;
-        Taken<Pair> pairs{{}, corpus.texts.size()};
+        Taken<TextPair> pairs{{}, corpus.texts.size()};
         for (std::size_t i = 0; i < corpus.texts.size(); ++i) {
-            const TextPair texts =
-                makePair(corpus.texts[i], corpus.texts[(i + 1) % corpus.texts.size()]);
+            TextPair texts = makePair(corpus.texts[i], corpus.texts[(i + 1) % corpus.texts.size()]);
             if (Subject::accepts(texts.first) && Subject::accepts(texts.second))
-                pairs.items.push_back(
-                    {parsed<Subject>(texts.first), parsed<Subject>(texts.second)});
+                pairs.items.push_back(std::move(texts));
         }
-        registerPasses(operation + "/" + corpus.name + "/" + Subject::name,
+        registerFirstUses(
+            operation + "/" + corpus.name + "/" + Subject::name,
+            std::make_shared<const Taken<TextPair>>(std::move(pairs)),
+            [](const TextPair& texts) {
+                return Pair{parsed<Subject>(texts.first), parsed<Subject>(texts.second)};
+            },
+            [](const Pair& pair) {
+                benchmark::DoNotOptimize(Subject::equal(*pair.first, *pair.second));
+            });
+    }
+
+    /// Pairs of equal values that were compared before.
+    template <class Subject>
+    void registerEqualAgain(const Corpus& corpus)
+    {
+        using Pair = Two<typename Subject::Value>;
+        Taken<Pair> pairs{{}, corpus.texts.size()};
+        for (const std::string& text : corpus.texts)
+            if (Subject::accepts(text)) {
+                pairs.items.push_back({parsed<Subject>(text), parsed<Subject>(text)});
+                const Pair& pair = pairs.items.back();
+                benchmark::DoNotOptimize(Subject::equal(*pair.first, *pair.second));
+            }
+        registerPasses("EqualAgain/" + corpus.name + "/" + Subject::name,
                        std::make_shared<const Taken<Pair>>(std::move(pairs)), [](const Pair& pair) {
                            benchmark::DoNotOptimize(Subject::equal(*pair.first, *pair.second));
                        });
@@ -77,6 +100,7 @@ namespace {
                                [](const std::string& text, const std::string& next) {
                                    return TextPair{text, next};
                                });
+        registerEqualAgain<Subject>(corpus);
         // Of one length, and different in the last character only.
         registerEqual<Subject>("EqualLate", corpus,
                                [](const std::string& text, const std::string&) {

@@ -17,7 +17,7 @@ struct FreeGLib {
 /// A text that GLib allocated.
 using GLibText = std::unique_ptr<char, FreeGLib>;
 
-/// GLib: a GUri, whose components stay encoded, so that it prints what it read.
+/// GLib: a GUri, whose components stay encoded, so that it prints what it read, if that was ASCII.
 struct GLib {
     static constexpr const char* name = "glib";
     using Value = std::unique_ptr<GUri, FreeGLib>;
@@ -54,6 +54,9 @@ struct GLib {
     {
         return GLibText(g_uri_to_string(value.get())).get();
     }
+
+    /// It converts hosts to Punycode and escapes what is outside ASCII as it parses.
+    static std::string asciiForm(const Value& value) { return print(value); }
 
     static std::string resolve(const std::string& reference, const Value& base)
     {
