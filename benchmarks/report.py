@@ -1,233 +1,249 @@
 #!/usr/bin/env python3
 """Prints what a run of the benchmarks measured, as Markdown.
 
-    report.py TIMES.json [MEMORY.json]
+    report.py FOLDER                print the report
+    report.py FOLDER --page PAGE    fill the marked tables of a page instead
+    report.py FOLDER --instructions print the instructions alone
 
-TIMES.json is the JSON output of zkflnetwork_benchmarks, MEMORY.json that of zkflnetwork_memory.
-Each time is the median of the repetitions, in nanoseconds of processor time for one text. A peer
-takes part in a ratio only if it accepts as many texts as this library does.
+FOLDER is where benchmarks/run keeps its results. Each time is the median of the repetitions, in
+nanoseconds of processor time for one text. A peer takes part in a ratio only if it takes nine
+tenths of what this library takes; how many it takes stands beside its time.
 """
 
-import json
-import statistics
+import argparse
+import pathlib
+import re
 import sys
 
-OURS = "zkflnetwork"
-COPY = "string_copy"
-# In the order of the report; random interleaving leaves none in the file.
-TITLES = {
-    "zkflnetwork": "zkflnetwork",
-    "boost_url": "Boost.URL",
-    "uriparser": "uriparser",
-    "string_copy": "copy of the text",
-    "urls": "URLs",
-    "iris": "IRIs",
-    "encoded_iris": "IRIs, percent-encoded",
-}
-# What is compared: title, operation of this library, operation of the peers.
+from results import BASELINES, OURS, Results, in_order, nanoseconds, title
+from targets import OPERATIONS_THAT_GROW, SHAPES, exponent, judge
+
+# What is compared on each corpus: title, operation.
 COMPARED = [
-    ("parse, destroy", "Parse", "Parse"),
-    ("parse, read all components as strings", "ParseReadAll", "ParseReadAll"),
-    ("the same; peers show views, without a copy", "ParseReadAll", "ParseViewAll"),
-    ("parse, print", "ParsePrint", "ParsePrint"),
+    ("parse, destroy", "Parse"),
+    ("parse, read all components", "ParseReadAll"),
+    ("parse, show all as views", "ParseViewAll"),
+    ("parse, print", "ParsePrint"),
+    ("parse, ASCII form", "ParseAscii"),
+    ("text to ranges", "Ranges"),
+    ("resolve, print", "Resolve"),
+    ("relativise, print", "Relativise"),
+    ("equal values", "EqualSame"),
+    ("equal values, again", "EqualAgain"),
+    ("different values", "EqualOther"),
+    ("different in the end", "EqualLate"),
+    ("first hash", "Hash"),
+    ("copy", "Copy"),
+    ("sort, for each of 100,000", "Sort"),
+    ("refuse", "Refuse"),
+    ("refuse, ranges", "RefuseRanges"),
+    ("diagnose", "RefuseDiagnose"),
+    ("refuse by exception", "RefuseThrow"),
 ]
+CODED = [
+    ("escape a component", "EncodeComponent"),
+    ("decode a component", "DecodeComponent"),
+    ("UTF-8 to UTF-32", "Utf8To32"),
+    ("UTF-32 to UTF-8", "Utf32To8"),
+    ("UTF-16 to UTF-32", "Utf16To32"),
+    ("UTF-32 to UTF-16", "Utf32To16"),
+    ("read an address", "AddressRead"),
+    ("print an address", "AddressPrint"),
+    ("host to ASCII (IDN)", "IdnToAscii"),
+    ("host to Unicode (IDN)", "IdnToUnicode"),
+]
+CORPORA = ["urls", "iris", "encoded_iris", "large_urls", "large_iris", "bad_urls", "bad_iris"]
 WHOLE_FORMS = ["Iri", "IriStrict", "Ascii", "AsciiStrict"]
 COMPONENT_FORMS = ["Decoded"] + WHOLE_FORMS
-
-
-class Times:
-    """The repetitions of a run, by (operation, corpus, subject)."""
-
-    def __init__(self, results):
-        self.context = results["context"]
-        self.samples, self.counts, self.refusals = {}, {}, {}
-        for run in results["benchmarks"]:
-            if run.get("run_type", "iteration") != "iteration":
-                continue
-            key = tuple(run["run_name"].split("/")[:3])
-            if run.get("error_occurred"):
-                self.refusals[key] = run["error_message"]
-                continue
-            self.samples.setdefault(key, []).append(run["time_per_text"] * 1e9)
-            self.counts[key] = (int(run["accepted"]), int(run["texts"]))
-        if not self.samples:
-            raise ValueError("no measurement in the file")
-
-    def has(self, *key):
-        return key in self.samples or key in self.refusals
-
-    def median(self, *key):
-        return statistics.median(self.samples[key])
-
-    def subjects(self):
-        """This library first, then its peers."""
-        found = {subject for _, _, subject in [*self.samples, *self.refusals]}
-        return in_order(found - {COPY})
-
-    def corpora(self):
-        found = {corpus for _, corpus, _ in self.samples}
-        return in_order(corpus for corpus in found if not corpus.startswith("sweep_"))
-
-    def cell(self, *key):
-        """A time for a table, with what the subject refuses, if it refuses anything."""
-        if key in self.refusals:
-            return self.refusals[key]
-        if key not in self.samples:
-            return "–"
-        accepted, texts = self.counts[key]
-        note = "" if accepted == texts else " (accepts %d of %d)" % (accepted, texts)
-        return nanoseconds(self.median(*key)) + note
-
-    def fastest_peer(self, operation, corpus, needed):
-        """The least median among the peers that accept `needed` texts; None without such a peer."""
-        medians = [
-            self.median(*key)
-            for key in self.samples
-            if key[:2] == (operation, corpus)
-            and key[2] not in (OURS, COPY)
-            and self.counts[key][0] == needed
-        ]
-        return min(medians, default=None)
-
-    def widest_spread(self):
-        """The key with the widest middle half of repetitions, and half its width over the median."""
-
-        def spread(samples):
-            low, _, high = statistics.quantiles(samples, n=4, method="inclusive")
-            return (high - low) / 2 / statistics.median(samples)
-
-        spreads = {
-            key: spread(samples) for key, samples in self.samples.items() if len(samples) > 1
-        }
-        return max(spreads.items(), key=lambda item: item[1], default=None)
-
-
-def in_order(names):
-    known = list(TITLES)
-    return sorted(
-        names, key=lambda name: (known.index(name) if name in TITLES else len(known), name)
-    )
-
-
-def nanoseconds(value):
-    return "%.0f ns" % value if value >= 99.95 else "%.1f ns" % value
-
-
-def title(name):
-    return TITLES.get(name, name)
+# What a public call costs: the call, and what was measured for it.
+COSTS = [
+    ("`IRI(text)` and its destruction", "Parse"),
+    ("`IRIView::parse(text)`", "Ranges"),
+    ("`IRI(text)`, then each present component with `get...Utf8()`", "ParseReadAll"),
+    ("`IRI(text)`, then `toStringUtf8()`", "ParsePrint"),
+    ("`IRI(text)`, then `toStringUtf8(true)`", "ParsePrintIriStrict"),
+    ("`toStringUtf8(true)` again", "PrintAgainIriStrict"),
+    ("`IRI(text)`, then `toAsciiStringUtf8()`", "ParsePrintAscii"),
+    ("`toAsciiStringUtf8()` again", "PrintAgainAscii"),
+    ("`IRI(text)`, then `getPathUtf8(Encoding::Decoded)`", "ParsePathDecoded"),
+    ("`IRI(reference).resolveAgainst(base).toStringUtf8()`", "Resolve"),
+    ("`makeRelativeTo(base).toStringUtf8()`", "Relativise"),
+    ("copy and its destruction", "Copy"),
+    ("`==` of equal values, the first", "EqualSame"),
+    ("`==` of equal values, again", "EqualAgain"),
+    ("`==` of different values, the first", "EqualOther"),
+    ("`hashValue()`, the first", "Hash"),
+    ("`IRI::tryParse(text)` of a text that is refused", "Refuse"),
+    ("`iri::diagnose(text)` of the same", "RefuseDiagnose"),
+    ("`IRI(text)` of the same, with its exception", "RefuseThrow"),
+    ("`InetAddress(text)`", "AddressRead"),
+    ("`InetAddress::toString()`", "AddressPrint"),
+    ("`IdnConverter::toAscii(host)`", "IdnToAscii"),
+    ("`IdnConverter::toUnicode(host)`", "IdnToUnicode"),
+]
 
 
 def table(head, rows):
-    # The first column reads from the left, the figures stand below one another.
-    print("| " + " | ".join(head) + " |")
-    print("|---" + "|---:" * (len(head) - 1) + "|")
-    for row in rows:
-        print("| " + " | ".join(row) + " |")
-    print()
+    """Lines of Markdown. The first column reads from the left, the figures stand below others."""
+    lines = ["| " + " | ".join(head) + " |", "|---" + "|---:" * (len(head) - 1) + "|"]
+    return lines + ["| " + " | ".join(row) + " |" for row in rows] + [""]
 
 
-def print_context(times):
-    context = times.context
-    print("## Measured")
-    print()
-    print(
-        "%s; %d × %d MHz; load %s before; %d repetitions, median of processor time for one text."
+def context(times):
+    found = times.context
+    lines = [
+        "%s; %d × %d MHz; load %s before; up to %d repetitions in random order; medians."
         % (
-            context["date"],
-            context["num_cpus"],
-            context["mhz_per_cpu"],
-            "/".join("%.2f" % load for load in context["load_avg"]) or "unknown",
+            found["date"],
+            found["num_cpus"],
+            found["mhz_per_cpu"],
+            "/".join("%.2f" % load for load in found["load_avg"]) or "unknown",
             max(len(samples) for samples in times.samples.values()),
         )
-    )
+    ]
     widest = times.widest_spread()
     if widest:
-        print(
+        lines.append(
             "At worst (%s) the middle half of the repetitions lies within ±%.1f %% of the median."
             % ("/".join(widest[0]), 100 * widest[1])
         )
-    print()
+    return lines + [""]
 
 
-def print_comparison(times):
-    subjects = times.subjects()
-    for corpus in times.corpora():
-        rows = []
-        for name, our_operation, peer_operation in COMPARED:
-            ours = (our_operation, corpus, OURS)
-            if ours not in times.samples:
-                continue
-            row = [name, times.cell(*ours)]
-            row += [times.cell(peer_operation, corpus, s) for s in subjects if s != OURS]
-            fastest = times.fastest_peer(peer_operation, corpus, times.counts[ours][0])
-            row.append("–" if fastest is None else "**%.2f**" % (times.median(*ours) / fastest))
-            rows.append(row)
-        if times.has("Parse", corpus, COPY):
-            copy = times.cell("Parse", corpus, COPY)
-            rows.append(["baseline: copy the text", copy] + ["–"] * len(subjects))
-        if rows:
-            print("### %s" % title(corpus))
-            print()
-            peers = [title(s) for s in subjects if s != OURS]
-            table(["", title(OURS)] + peers + ["ours / fastest peer"], rows)
-
-
-def print_forms(times):
-    corpora = [c for c in times.corpora() if times.has("ParsePrintAscii", c, OURS)]
-    if not corpora:
-        return
-    print("### Forms of the whole text and of the path")
-    print()
-    head = ["parse, then"] + [title(corpus) for corpus in corpora]
+def targets(results):
+    outcomes = judge(results)
+    if not outcomes:
+        return []
     rows = []
-    for label, operation, forms in (
+    for outcome in outcomes:
+        sign = "≥" if outcome.at_least else "≤"
+        met = "met" if outcome.is_met() else "**not met**"
+        cells = [outcome.number, outcome.what, outcome.ours, outcome.against]
+        rows.append(cells + ["%.2f" % outcome.figure, "%s %g" % (sign, outcome.bound), met])
+    count = sum(outcome.is_met() for outcome in outcomes)
+    lines = table(["target", "", "ours", "against", "figure", "bound", ""], rows)
+    return lines + ["%d of %d bounds met." % (count, len(outcomes)), ""]
+
+
+def rows_of(times, operations, corpora, subjects):
+    rows = []
+    for name, operation in operations:
+        for corpus in corpora:
+            if not times.has(operation, corpus, OURS):
+                continue
+            row = ["%s, %s" % (name, title(corpus)) if len(corpora) > 1 else name]
+            row += [times.cell(operation, corpus, subject) for subject in subjects]
+            fastest = times.fastest_peer(operation, corpus)
+            ours = (operation, corpus, OURS)
+            ratio = times.median(*ours) / times.median(*fastest) if fastest else None
+            rows.append(row + ["–" if ratio is None else "**%.2f**" % ratio])
+    return rows
+
+
+def comparison(times):
+    lines = []
+    for corpus in CORPORA:
+        measured = [op for _, op in COMPARED if times.has(op, corpus, OURS)]
+        if not measured:
+            continue
+        subjects = [s for s in times.subjects(*measured) if s not in BASELINES]
+        rows = rows_of(times, COMPARED, [corpus], subjects)
+        lines += ["### " + title(corpus), ""]
+        lines += table([""] + [title(s) for s in subjects] + ["ours / fastest peer"], rows)
+        for operation, baseline in (
+            ("Parse", "string_copy"),
+            ("Parse", "widened_copy"),
+            ("EqualSame", "std_string"),
+            ("Hash", "std_string"),
+            ("Copy", "std_string"),
+            ("Sort", "std_string"),
+        ):
+            if times.has(operation, corpus, baseline):
+                cell = times.cell(operation, corpus, baseline)
+                lines.append("- Baseline of %s: %s takes %s." % (operation, title(baseline), cell))
+        lines.append("")
+    return lines
+
+
+def coded(times):
+    operations = [operation for _, operation in CODED]
+    subjects = times.subjects(*operations)
+    corpora = ["urls", "iris", "encoded_iris", "ipv4", "ipv6"]
+    rows = rows_of(times, CODED, corpora, subjects)
+    if not rows:
+        return []
+    head = [""] + [title(s) for s in subjects] + ["ours / fastest peer"]
+    return ["### Escapes, encodings, addresses, domain names", ""] + table(head, rows)
+
+
+def forms(times):
+    corpora = [c for c in CORPORA if times.has("ParsePrintAscii", c, OURS)]
+    if not corpora:
+        return []
+    rows = []
+    for label, operation, names in (
         ("print as `%s`", "ParsePrint", WHOLE_FORMS),
         ("(parsed and printed before) print again as `%s`", "PrintAgain", WHOLE_FORMS),
         ("read the path as `%s`", "ParsePath", COMPONENT_FORMS),
     ):
-        for form in forms:
+        for form in names:
             cells = [times.cell(operation + form, corpus, OURS) for corpus in corpora]
             rows.append([label % form] + cells)
-    table(head, rows)
+    lines = ["### Forms of the whole text and of the path", ""]
+    return lines + table(["parse, then"] + [title(corpus) for corpus in corpora], rows)
 
 
-def print_sweep(times):
-    """One row for each length, one column for each subject and script, in ns and ns per byte."""
-    medians = {}
-    for operation, corpus, subject in times.samples:
-        if corpus.startswith("sweep_"):
-            script, length = corpus.split("_")[1:]
-            medians[subject, script, int(length)] = times.median(operation, corpus, subject)
-    if not medians:
-        return
-    columns = [
-        (subject, script)
-        for subject in times.subjects()
-        for script in sorted({found[1] for found in medians if found[0] == subject})
-    ]
-    print("### Parse by the length of the text")
-    print()
+def threads(times):
     rows = []
-    for length in sorted({found[2] for found in medians}):
-        row = ["%d bytes" % length]
-        for column in columns:
-            value = medians.get((*column, length))
-            row.append(
-                "–" if value is None else "%s (%.2f/byte)" % (nanoseconds(value), value / length)
-            )
-        rows.append(row)
-    table([""] + ["%s, %s" % (title(subject), script) for subject, script in columns], rows)
+    for operation, corpus, subject in sorted(times.samples):
+        if operation.startswith("Threads") and operation.endswith("1"):
+            two = (operation[:-1] + "2", corpus, subject)
+            if two not in times.samples:
+                continue
+            one = times.median(operation, corpus, subject)
+            name = "%s, %s, %s" % (operation[len("Threads") : -1], title(corpus), title(subject))
+            ratio = "%.2f" % (times.median(*two) / one)
+            rows.append([name, nanoseconds(one), nanoseconds(times.median(*two)), ratio])
+    if not rows:
+        return []
+    head = ["each thread does all", "one thread", "two threads", "two / one"]
+    return ["### Threads", ""] + table(head, rows)
 
 
-def print_memory(counts):
-    print("### Acceptance and memory")
-    print()
-    print(
+def growth(times):
+    sweeps = {
+        (operation, shape, subject): times.sweep(operation, shape, subject)
+        for operation in OPERATIONS_THAT_GROW
+        for shape in SHAPES
+        for subject in times.subjects(operation)
+    }
+    sweeps = {key: medians for key, medians in sweeps.items() if medians}
+    if not sweeps:
+        return []
+    lengths = sorted({length for medians in sweeps.values() for length in medians})
+    rows = []
+    for (operation, shape, subject), medians in sweeps.items():
+        row = ["%s, %s, %s" % (operation, shape, title(subject))]
+        for length in lengths:
+            has = length in medians
+            row.append("%.2f" % (medians[length] / length) if has else "–")
+        slope = exponent(medians)
+        rows.append(row + ["–" if slope is None else "%.2f" % slope])
+    lines = ["### By the length of the text", "", "Nanoseconds for each byte of the text.", ""]
+    return lines + table(["bytes"] + ["%d" % n for n in lengths] + ["exponent"], rows)
+
+
+def memory(counts):
+    if not counts:
+        return []
+    lines = [
+        "### Acceptance and memory",
+        "",
         "Bytes of a value: the object itself and the heap that it holds after parsing (usable bytes"
         " of the blocks). Allocations for one text: to parse, then to read all components as"
-        " strings, then to print."
-    )
-    print()
+        " strings, then to print.",
+        "",
+    ]
     head = ["", "accepted", "prints as given", "object", "heap", "bytes of a value"]
     head += ["allocations: parse", "read", "print"]
     rows = []
@@ -244,30 +260,92 @@ def print_memory(counts):
         for step in ("parsing", "reading", "printing"):
             row.append("%.2f" % (count["allocations_" + step] / accepted))
         rows.append(row)
-    table(head, rows)
+    return lines + table(head, rows)
 
 
-def read(path):
-    with open(path, encoding="utf-8") as file:
-        return json.load(file)
+def instructions(counts):
+    """Instructions for one text, counted by callgrind; a row for each operation and corpus."""
+    if not counts:
+        return []
+    keys = [tuple(name.split("/")) for name in counts]
+    subjects = in_order({subject for _, _, subject in keys})
+    rows = []
+    for operation, corpus in dict.fromkeys((operation, corpus) for operation, corpus, _ in keys):
+        row = ["%s, %s" % (operation, title(corpus))]
+        for subject in subjects:
+            count = counts.get("/".join((operation, corpus, subject)))
+            row.append("–" if count is None else "%.0f" % count)
+        rows.append(row)
+    lines = ["Instructions for one text.", ""]
+    return lines + table([""] + [title(subject) for subject in subjects], rows)
+
+
+def costs(times):
+    rows = []
+    for call, operation in COSTS:
+        first, second = "urls", "iris"
+        if operation.startswith("Refuse"):
+            first, second = "bad_urls", "bad_iris"
+        elif operation.startswith("Address"):
+            first, second = "ipv4", "ipv6"
+        cells = [times.cell(operation, corpus, OURS) for corpus in (first, second)]
+        rows.append([call] + cells)
+    return table(["Call", "URLs (IPv4)", "IRIs (IPv6)"], rows)
+
+
+def report(results):
+    times = results.times
+    lines = ["## Measured", ""] + context(times)
+    lines += ["### Targets", ""] + targets(results)
+    for part in (comparison, coded, forms, threads, growth):
+        lines += part(times)
+    lines += memory(results.memory)
+    return lines + (["### Instructions", ""] if results.instructions else []) + instructions(
+        results.instructions
+    )
+
+
+def filled(page, results):
+    """The page with each part between <!-- NAME --> and <!-- end of NAME --> written anew."""
+    times = results.times
+    parts = {
+        "context": context(times),
+        "costs": costs(times),
+        "targets": targets(results),
+        "comparison": comparison(times) + coded(times),
+        "threads": threads(times),
+        "growth": growth(times),
+        "memory": memory(results.memory),
+        "instructions": instructions(results.instructions),
+    }
+    for name, lines in parts.items():
+        pattern = "(<!-- %s -->\n).*?(<!-- end of %s -->)" % (name, name)
+        text = "\n".join(["", *lines])
+        page, count = re.subn(pattern, lambda m: m[1] + text + m[2], page, flags=re.DOTALL)
+        if count != 1:
+            raise ValueError("the page has %d parts named %s" % (count, name))
+    return page
 
 
 def main(arguments):
-    if len(arguments) not in (1, 2):
-        print("usage: report.py TIMES.json [MEMORY.json]", file=sys.stderr)
-        return 2
+    parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
+    parser.add_argument("folder", help="where benchmarks/run keeps its results")
+    parser.add_argument("--page", type=pathlib.Path, help="fill the marked tables of this page")
+    parser.add_argument("--instructions", action="store_true", help="print these alone")
+    options = parser.parse_args(arguments)
     try:
-        times = Times(read(arguments[0]))
-        counts = read(arguments[1]) if len(arguments) == 2 else []
+        if options.instructions:
+            print("\n".join(instructions(Results.counted(options.folder))))
+            return 0
+        results = Results(options.folder)
+        if options.page:
+            page = options.page.read_text(encoding="utf-8")
+            options.page.write_text(filled(page, results), encoding="utf-8")
+        else:
+            print("\n".join(report(results)))
     except (OSError, ValueError) as failure:
         print("report.py: %s" % failure, file=sys.stderr)
         return 1
-    print_context(times)
-    print_comparison(times)
-    print_forms(times)
-    print_sweep(times)
-    if counts:
-        print_memory(counts)
     return 0
 
 
