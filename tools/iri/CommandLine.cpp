@@ -108,7 +108,7 @@ void CommandLine::addChoiceByIndex(const std::string& name, const std::string& p
                                    std::vector<std::string> names, const std::string& help,
                                    std::function<void(std::size_t)> choose)
 {
-    optionHelps_.push_back({name + "=" + placeholder, help});
+    optionHelps_.push_back({name + "=" + placeholder, help, names});
     const auto read = [name, names = std::move(names),
                        choose = std::move(choose)](const std::string& value) {
         const auto found = std::find(names.begin(), names.end(), value);
@@ -126,6 +126,9 @@ void CommandLine::addChoiceByIndex(const std::string& name, const std::string& p
 
 std::optional<ExitCode> CommandLine::read(const Arguments& arguments, Output& output)
 {
+    if (arguments.size() == 1 && arguments.front() == QUESTION)
+        throw OptionDescriptions(describeOptions());
+
     // Options with any text are no options of the parser's either: it would not take an empty value
     // behind "=", and it forgets in which order different options came.
     Arguments others;
@@ -220,21 +223,48 @@ ExitCode CommandLine::refuse(std::string_view why, Output& output) const
     return ExitCode::Usage;
 }
 
+std::vector<CommandLine::OptionHelp> CommandLine::allOptionHelps() const
+{
+    std::vector<OptionHelp> options = optionHelps_;
+    options.push_back({"-h,--help", "this text"});
+    return options;
+}
+
+std::vector<OptionDescription> CommandLine::describeOptions() const
+{
+    std::vector<OptionDescription> result;
+    for (const OptionHelp& help : allOptionHelps()) {
+        const std::size_t equals = help.option.find('=');
+        OptionDescription option{{}, {}, help.values, help.text};
+        if (equals != std::string::npos)
+            option.placeholder = help.option.substr(equals + 1);
+        const std::string names = help.option.substr(0, equals);
+        const std::size_t comma = names.find(',');
+        option.names.push_back(names.substr(0, comma));
+        if (comma != std::string::npos)
+            option.names.push_back(names.substr(comma + 1));
+        result.push_back(std::move(option));
+    }
+    return result;
+}
+
 std::string CommandLine::helpText() const
 {
     constexpr std::size_t MARGIN = 2;
 
-    std::vector<OptionHelp> options = optionHelps_;
-    options.push_back({"-h, --help", "this text"});
+    std::vector<OptionHelp> options = allOptionHelps();
     std::size_t width = 0;
-    for (const OptionHelp& option : options)
+    for (OptionHelp& option : options) {
+        if (const std::size_t comma = option.option.find(','); comma != std::string::npos)
+            option.option.insert(comma + 1, " ");
         width = std::max(width, option.option.size() + MARGIN);
+    }
 
     std::string result = "Examples:\n";
     result.append(help_.examples);
     result.append("\nUsage: ").append(help_.usage).append("\n\n");
     result.append(help_.details).append("\nOptions:\n");
-    for (const auto& [option, text] : options) {
+    for (const auto& [option, text, values] : options) {
         result.append(MARGIN, ' ').append(option).append(width - option.size(), ' ');
         for (const char c : text) {
             result.push_back(c);

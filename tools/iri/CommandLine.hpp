@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <exception>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -28,6 +29,29 @@ struct Operand {
     bool isVerbatim; ///< it stood behind "--": not even "-" means anything else than itself
 };
 
+/// An option, for those who tell of it elsewhere than in the help.
+struct OptionDescription {
+    std::vector<std::string> names;  ///< "-f" and "--format"
+    std::string placeholder;         ///< what the help calls its value; empty, if it takes none
+    std::vector<std::string> values; ///< all that it may have, if they have names
+    std::string help;                ///< as in the help, lines
+};
+
+/// Thrown to answer `CommandLine::QUESTION`: the options of a verb, in the order of its help.
+class OptionDescriptions : public std::exception {
+public:
+    explicit OptionDescriptions(std::vector<OptionDescription> options)
+        : options_(std::move(options))
+    {
+    }
+
+    const char* what() const noexcept override { return "the options of a verb"; }
+    const std::vector<OptionDescription>& options() const noexcept { return options_; }
+
+private:
+    std::vector<OptionDescription> options_;
+};
+
 /// The options of one verb, and its help.
 class CommandLine {
 public:
@@ -37,6 +61,9 @@ public:
         std::string_view usage;    ///< one line
         std::string_view details;  ///< lines
     };
+
+    /// The argument that asks for the options of a verb. Nobody can type it, since it is a NUL.
+    static constexpr std::string_view QUESTION{"", 1};
 
     CommandLine(std::string verb, Help help);
     CommandLine(const CommandLine&) = delete;
@@ -87,6 +114,7 @@ public:
     /// Reads the arguments; what follows "--" is operands.
     /// @returns with what code to end now, because help was asked for, or what was asked for makes
     ///          no sense; nothing, if the verb is to do its work
+    /// @throws OptionDescriptions, if that is the `QUESTION`
     std::optional<ExitCode> read(const Arguments& arguments, Output& output);
 
     /// What is left beside the options, in order.
@@ -100,6 +128,7 @@ private:
     struct OptionHelp {
         std::string option;
         std::string text;
+        std::vector<std::string> values{};
     };
 
     /// Says that an option is none, and what it may have been meant to be.
@@ -115,6 +144,8 @@ private:
                           std::function<void(std::size_t)> choose);
     const TextOption* findTextOption(std::string_view name) const noexcept;
     std::string helpText() const;
+    std::vector<OptionHelp> allOptionHelps() const;
+    std::vector<OptionDescription> describeOptions() const;
 
     std::string verb_;
     Help help_;

@@ -5,6 +5,7 @@
 #include "verbs/Build.hpp"
 #include "verbs/Check.hpp"
 #include "verbs/Compare.hpp"
+#include "verbs/Completion.hpp"
 #include "verbs/Edit.hpp"
 #include "verbs/Get.hpp"
 #include "verbs/Idn.hpp"
@@ -35,6 +36,7 @@ namespace {
         {"lookup", "look up the addresses of names, and the names of addresses", verbs::lookup},
         {"adapters", "list the network adapters of this machine", verbs::adapters},
         {"map", "make one record of each record of the input, in bulk", verbs::map},
+        {"completion", "print what completes command lines in a shell", verbs::completion},
     };
 
 } // namespace

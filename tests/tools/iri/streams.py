@@ -19,7 +19,7 @@ TIMEOUT = 60
 MEBIBYTE = 1 << 20
 PROGRAM = ""
 VERBS = ["parse", "get", "resolve", "relativize", "build", "edit", "check", "compare", "map", "idn",
-         "addr", "lookup", "adapters"]
+         "addr", "lookup", "adapters", "completion"]
 README = pathlib.Path(__file__).parents[3] / "README.md"
 
 

@@ -277,7 +277,7 @@ Chunks that are not as announced are a failure of the input.
             "text that ends in NUL; or tsv, tab-separated values, which\n"
             "are carried through, with the answers behind them");
         commandLine.addNumber("--column", "N",
-                              "with --in=tsv: the column that holds the IRI; 1 is the\n"
+                              "the column that holds the IRI, with --in=tsv; 1 is the\n"
                               "first, and the default",
                               1, std::numeric_limits<std::uint64_t>::max(), options.column);
         commandLine.addFlag("--json", options.json, "write a JSON object a line");
