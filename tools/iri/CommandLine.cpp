@@ -1,5 +1,6 @@
 #include "CommandLine.hpp"
 
+#include "HelpLayout.hpp"
 #include "Nearest.hpp"
 #include "Text.hpp"
 
@@ -263,13 +264,19 @@ std::string CommandLine::helpText() const
     std::string result = "Examples:\n";
     result.append(help_.examples);
     result.append("\nUsage: ").append(help_.usage).append("\n\n");
-    result.append(help_.details).append("\nOptions:\n");
+    help::appendParagraphs(result, help_.details);
+    result.append("\nOptions:\n");
     for (const auto& [option, text, values] : options) {
         result.append(MARGIN, ' ').append(option).append(width - option.size(), ' ');
-        for (const char c : text) {
-            result.push_back(c);
-            if (c == '\n')
-                result.append(MARGIN + width, ' ');
+        const std::size_t column = MARGIN + width;
+        std::string_view rest = text;
+        for (;;) {
+            const std::size_t end = std::min(rest.find('\n'), rest.size());
+            help::appendWrapped(result, rest.substr(0, end), column, column);
+            if (end == rest.size())
+                break;
+            result.append("\n").append(column, ' ');
+            rest.remove_prefix(end + 1);
         }
         result.push_back('\n');
     }

@@ -18,6 +18,9 @@ struct Verb {
     ExitCode (*run)(const Arguments& arguments, Output& output);
 };
 
+/// What the verb "help" does, which is not one of those below.
+inline constexpr std::string_view HELP_SUMMARY = "tell how to use the program, or one of its verbs";
+
 /// All verbs, in the order of the help.
 std::span<const Verb> allVerbs() noexcept;
 

@@ -26,21 +26,27 @@ std::string helpText()
 {
     std::string result = R"help(Examples:
   iri parse 'https://пример.example/путь/a%20b?q=1#часть'
-  iri parse --json <links.txt
+  iri get host 'https://example.org/a?q'
   iri resolve --base='http://a.example/b/c' '../d?q'
   iri build --scheme=https --host=example.org --path=/a --pair=q=1
+  iri check links.txt
+  iri map get host <links.txt
   iri lookup example.org
-  iri adapters
   iri help parse
 
 Usage: iri VERB [ARGUMENT...]
 
 Verbs:
 )help";
+    constexpr std::size_t WIDTH = 12;
+    const auto append = [&result](std::string_view name, std::string_view summary) {
+        result.append("  ").append(name).append(WIDTH - name.size(), ' ').append(summary);
+        result.push_back('\n');
+    };
     for (const Verb& verb : tool::allVerbs())
-        result.append("  ").append(verb.name).append(" - ").append(verb.summary).push_back('\n');
-    result.append(R"help(  help - this text; behind it the name of a verb, the help of that verb
-
+        append(verb.name, verb.summary);
+    append("help", tool::HELP_SUMMARY);
+    result.append(R"help(
 Options:
   -h, --help     this text
   -V, --version  the version of the program

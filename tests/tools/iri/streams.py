@@ -447,7 +447,8 @@ class Help(unittest.TestCase):
 
     def test_each_verb_is_known(self):
         general = run("--help").stdout.decode("utf-8")
-        listed = re.findall(r"^  (\w+) - ", general, re.MULTILINE)
+        listed = re.findall(r"^  (\w+)  +\S", general.partition("\nVerbs:\n")[2]
+                            .partition("\n\n")[0], re.MULTILINE)
         self.assertEqual(sorted(listed), sorted([*VERBS, "help"]))
 
     def test_all_have_the_same_exit_codes_and_so_has_the_readme(self):

@@ -127,7 +127,7 @@ std::vector<Table> allTables()
         result.push_back({std::string(verb.name), std::string(verb.summary), optionsOf(verb)});
     addOperands(result);
 
-    Table help{"help", "tell about the program, or about a verb"};
+    Table help{"help", std::string(HELP_SUMMARY)};
     help.operands = namesOf(allVerbs());
     result.push_back(std::move(help));
     return result;

@@ -82,7 +82,7 @@ The answer is no if some line is no IRI.
     std::string detailsText()
     {
         namespace iri = foundation::network::iri;
-        constexpr std::size_t WIDTH = 22;
+        constexpr std::size_t WIDTH = 23;
         std::string result(DETAILS_BEFORE);
         for (int i = 0; iri::name(iri::Diagnosis::Code(i)) != "unknown"; ++i) {
             const auto code = iri::Diagnosis::Code(i);
