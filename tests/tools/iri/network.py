@@ -22,6 +22,7 @@ import threading
 import unittest
 
 import adapters
+import manual
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "structure"))
 import readme  # noqa: E402
@@ -72,6 +73,8 @@ def reverse(address):
 ZONE = {
     "www.example.org": [(A, "192.0.2.80"), (AAAA, "2001:db8::80")],
     "alias.example.org": [(CNAME, "www.example.org")],
+    "example.org": [(A, "192.0.2.1")],
+    "xn--e1afmkfd.example": [(A, "192.0.2.86")],
     "many.example.org": [(A, "192.0.2.83"), (A, "192.0.2.81"), (A, "192.0.2.82")],
     "xn--bcher-kva.example.org": [(A, "192.0.2.84")],
     "orphan.example.org": [(A, "192.0.2.90")],
@@ -80,6 +83,7 @@ ZONE = {
     "empty.example.org": [],
     "broken.example.org": SERVFAIL,
     "silent.example.org": SILENT,
+    reverse("192.0.2.1"): [(PTR, "example.org")],
     reverse("192.0.2.80"): [(PTR, "alias.example.org")],
     reverse("2001:db8::80"): [(PTR, "www.example.org")],
     reverse("192.0.2.84"): [(PTR, "xn--bcher-kva.example.org")],
@@ -287,6 +291,15 @@ class Lookups(unittest.TestCase):
                 self.assertEqual(run(*arguments).stdout.decode(), written)
                 return
         self.fail("README.md shows no lookup")
+
+
+    def test_the_manual(self):
+        examples = manual.expected(True)
+        self.assertNotEqual(examples, [])
+        if shutil.which("jq") is None:
+            examples = [each for each in examples if "jq" not in each["command"]]
+            print("SKIPPED: the examples of the manual with jq, which is not here")
+        self.assertEqual(manual.run(examples, PROGRAM), [])
 
 
 class WithoutNameService(unittest.TestCase):
