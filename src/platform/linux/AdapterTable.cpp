@@ -40,6 +40,17 @@ namespace {
         return {first, first + length};
     }
 
+    // The number that the kernel told along with the address of a link; 0 where it told none.
+    std::uint32_t toldIndex(const sockaddr* address) noexcept
+    {
+        int index = 0;
+        std::memcpy(&index,
+                    reinterpret_cast<const unsigned char*>(address)
+                        + offsetof(sockaddr_ll, sll_ifindex),
+                    sizeof index);
+        return static_cast<std::uint32_t>(index);
+    }
+
     template <std::size_t COUNT>
     std::uint8_t countBits(const unsigned char (&mask)[COUNT]) noexcept
     {
@@ -90,27 +101,40 @@ namespace {
             records_.clear();
         }
 
-        void add(const ifaddrs& entry)
+        std::error_code add(const ifaddrs& entry)
         {
             if (entry.ifa_addr == nullptr || entry.ifa_addr->sa_family == AF_PACKET)
-                addLink(entry);
-            else
-                addAddress(entry);
+                return addLink(entry);
+            addAddress(entry);
+            return {};
         }
 
     private:
         using Positions = std::unordered_map<std::string, std::size_t>;
 
-        void addLink(const ifaddrs& entry)
+        static constexpr std::size_t GONE = static_cast<std::size_t>(-1);
+
+        std::error_code addLink(const ifaddrs& entry)
         {
             const std::string name = entry.ifa_name;
-            if (!positions_.try_emplace(name, records_.size()).second)
-                return;
+            const auto [position, isNew] = positions_.try_emplace(name, records_.size());
+            if (!isNew)
+                return {};
 
             AdapterRecord record;
-            record.index = if_nametoindex(entry.ifa_name);
-            if (entry.ifa_addr != nullptr)
+            if (entry.ifa_addr != nullptr) {
+                record.index = toldIndex(entry.ifa_addr);
                 record.physicalAddress = linkAddress(entry.ifa_addr);
+            }
+            // A link without an address comes without its number. The kernel may refuse to tell it,
+            // and the link may be gone by now: then it is left out.
+            if (record.index == 0)
+                record.index = if_nametoindex(entry.ifa_name);
+            if (record.index == 0) {
+                position->second = GONE;
+                return errno == ENODEV ? std::error_code()
+                                       : std::error_code(errno, std::system_category());
+            }
             record.friendlyName = fromSystemText(name);
             record.description =
                 fromSystemText(descriptions_.describe(name, record.index, record.physicalAddress));
@@ -119,12 +143,13 @@ namespace {
             record.loopback = (entry.ifa_flags & IFF_LOOPBACK) != 0;
             record.multicast = (entry.ifa_flags & IFF_MULTICAST) != 0;
             records_.push_back(std::move(record));
+            return {};
         }
 
         void addAddress(const ifaddrs& entry)
         {
             const auto position = positionOf(entry.ifa_name);
-            if (position != positions_.end())
+            if (position != positions_.end() && position->second != GONE)
                 records_[position->second].unicastAddresses.push_back(readUnicast(entry));
         }
 
@@ -160,8 +185,10 @@ std::error_code readAdapterTable(std::vector<AdapterRecord>& table)
 
     Table result(table);
     // The kernel names all links before the first address.
-    for (const ifaddrs* entry = entries.get(); entry != nullptr; entry = entry->ifa_next)
-        result.add(*entry);
+    for (const ifaddrs* entry = entries.get(); entry != nullptr; entry = entry->ifa_next) {
+        if (const std::error_code failure = result.add(*entry))
+            return failure;
+    }
     if (table.empty())
         return {ENODATA, std::system_category()};
     return {};

@@ -48,6 +48,7 @@ namespace {
             sockaddr_ll address{};
             address.sll_family = AF_PACKET;
             address.sll_halen = static_cast<unsigned char>(hardwareAddress.size());
+            address.sll_ifindex = nextIndex_++;
             Entry& entry = entries_.back();
             std::memcpy(entry.address.data(), &address, sizeof address);
             std::ranges::copy(hardwareAddress,
@@ -99,12 +100,16 @@ namespace {
         }
 
         std::deque<Entry> entries_;
+        int nextIndex_ = 201;
     };
 
     Kernel* kernel = nullptr;
 
     std::string nodeName;
     int nodeNameFailure = 0;
+
+    int indexFailure = 0; // what if_nametoindex leaves in errno, unless 0
+    int indexQuestions = 0;
 
 } // namespace
 
@@ -126,9 +131,12 @@ extern "C" void freeifaddrs(ifaddrs*) noexcept
 
 extern "C" unsigned if_nametoindex(const char* name) noexcept
 {
+    ++indexQuestions;
     const std::string text = name;
-    return text.size() == 4 && text.starts_with("net") ? 100U + static_cast<unsigned>(text[3]) - '0'
-                                                       : 0U;
+    if (indexFailure == 0 && text.size() == 4 && text.starts_with("net"))
+        return 100U + static_cast<unsigned>(text[3]) - '0';
+    errno = indexFailure == 0 ? ENODEV : indexFailure;
+    return 0;
 }
 
 // Like glibc's: a name that is too long is cut, and none ends it.
@@ -155,6 +163,8 @@ namespace {
         {
             kernel = &kernel_;
             nodeNameFailure = 0;
+            indexFailure = 0;
+            indexQuestions = 0;
         }
         ~InventedKernel() override { kernel = nullptr; }
         InventedKernel(const InventedKernel&) = delete;
@@ -206,7 +216,8 @@ namespace {
         EXPECT_TRUE(found[0].loopback);
         EXPECT_FALSE(found[0].multicast);
         EXPECT_EQ(found[1].friendlyName, u"net1");
-        EXPECT_EQ(found[1].index, 101U);
+        EXPECT_EQ(found[0].index, 201U);
+        EXPECT_EQ(found[1].index, 202U);
         EXPECT_EQ(found[1].physicalAddress, (Bytes{2, 0, 0, 0, 0, 1}));
         EXPECT_EQ(textsOf(found[1]), (Texts{"10.0.0.1/23", "fe80::1/64", "2001:db8::1/0"}));
         EXPECT_FALSE(found[1].loopback);
@@ -279,6 +290,52 @@ namespace {
         EXPECT_EQ(textsOf(found[0]), (Texts{"other", "10.0.0.2/8"}));
     }
 
+    // Of the list itself, so that a link which is renamed, or which nobody can be asked about, is
+    // not mistaken.
+    TEST_F(InventedKernel, tellsTheNumberOfALinkAlongWithItsAddress)
+    {
+        indexFailure = EMFILE;
+        kernel_.addLink("net1", {2, 0, 0, 0, 0, 1});
+        kernel_.addLink("net2", {});
+        const Table found = table();
+        ASSERT_EQ(found.size(), 2U);
+        EXPECT_EQ(found[0].index, 201U);
+        EXPECT_EQ(found[1].index, 202U);
+        EXPECT_EQ(indexQuestions, 0);
+    }
+
+    TEST_F(InventedKernel, mayRefuseToTellANumber)
+    {
+        for (const int code : {EMFILE, ENFILE, EACCES}) {
+            SCOPED_TRACE(code);
+            Kernel refusing;
+            kernel = &refusing;
+            indexFailure = code;
+            refusing.addLink("net1", {});
+            refusing.add("net2");
+            Table result;
+            EXPECT_EQ(readAdapterTable(result), std::error_code(code, std::system_category()));
+            EXPECT_EQ(refusing.freed, 1);
+        }
+    }
+
+    TEST_F(InventedKernel, leavesOutALinkThatIsGone)
+    {
+        kernel_.add("net1");
+        kernel_.add("net1gone");
+        kernel_.add("net2");
+        kernel_.addAddress("net1", "10.0.0.1", "255.0.0.0");
+        kernel_.addAddress("net1gone", "10.0.0.2", "255.0.0.0"); // no label of "net1"
+        kernel_.addAddress("net1gone:1", "10.0.0.3", "255.0.0.0");
+        kernel_.addAddress("net2", "10.0.0.4", "255.0.0.0");
+        const Table found = table();
+        ASSERT_EQ(found.size(), 2U);
+        EXPECT_EQ(found[0].index, 101U);
+        EXPECT_EQ(textsOf(found[0]), Texts{"10.0.0.1/8"});
+        EXPECT_EQ(found[1].index, 102U);
+        EXPECT_EQ(textsOf(found[1]), Texts{"10.0.0.4/8"});
+    }
+
     TEST_F(InventedKernel, mayHaveAddressesOfOtherFamilies)
     {
         kernel_.addLink("net1", {});
@@ -322,7 +379,7 @@ namespace {
         Table result(5);
         EXPECT_EQ(readAdapterTable(result), std::error_code());
         ASSERT_EQ(result.size(), 1U);
-        EXPECT_EQ(result[0].index, 101U);
+        EXPECT_EQ(result[0].index, 201U);
     }
 
     TEST_F(InventedKernel, withoutAnyLinkIsAFailure)
