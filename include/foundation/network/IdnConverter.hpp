@@ -42,7 +42,7 @@ class IdnConverterImpl;
 /// A name that breaks the rules of UTS #46 is no failure: an empty label, one of more than 63
 /// characters, a name of more than 253, a character that is not allowed, a label that begins with
 /// "xn--" and is none. The result is then what ICU makes of the name, with U+FFFD where nothing could
-/// be made; `toAscii` gives "?" for each character outside ASCII that is left, so that a name that
+/// be made; `toAscii` gives "?" for each UTF-16 unit outside ASCII that is left, so that a name that
 /// could not be converted never looks like another valid one. Who looks a name up checks the result
 /// for these.
 ///
