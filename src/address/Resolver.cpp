@@ -8,8 +8,14 @@ namespace foundation::network::address {
 
 namespace {
 
-    // Turns Boost's exception into the library's, with the code's value and the standard form of its
-    // category.
+    // As the library's exception, with the code's value and the standard form of its category.
+    [[noreturn]] void fail(const boost::system::error_code& code)
+    {
+        const std::error_category& category = code.category();
+        throw core::except::AnonymousInternalException<std::system_error>(
+            std::system_error(code.value(), category));
+    }
+
     template <class Question>
     Tcp::resolver::results_type ask(Question question)
     {
@@ -18,10 +24,7 @@ namespace {
             Tcp::resolver resolver(context);
             return question(resolver);
         } catch (const boost::system::system_error& failure) {
-            const boost::system::error_code& code = failure.code();
-            const std::error_category& category = code.category();
-            throw core::except::AnonymousInternalException<std::system_error>(
-                std::system_error(code.value(), category));
+            fail(failure.code());
         }
     }
 
@@ -29,7 +32,11 @@ namespace {
 
 Tcp::resolver::results_type lookUp(const std::string& name, Tcp::resolver::flags flags)
 {
-    return ask([&](Tcp::resolver& resolver) { return resolver.resolve(name, "", flags); });
+    auto results = ask([&](Tcp::resolver& resolver) { return resolver.resolve(name, "", flags); });
+    // For a failure that Boost has no code for it takes errno, which may say that there was none.
+    if (results.empty())
+        fail(boost::asio::error::no_recovery);
+    return results;
 }
 
 std::string lookUp(const boost::asio::ip::address& address)

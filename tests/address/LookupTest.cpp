@@ -216,6 +216,22 @@ namespace {
         }
     }
 
+    // The name service says that it failed, and the system that nothing did.
+    TEST_F(Lookup, failureOfAForwardLookupWithoutAnyCodeIsOneForGood)
+    {
+        nameService().names["192.0.2.7"] = "seven.example";
+        for (const int answer : {EAI_SYSTEM, EAI_OVERFLOW, -12345}) {
+            SCOPED_TRACE(answer);
+            nameService().forwardFailure = answer;
+            const Row row = {answer, 0, "asio.netdb", NO_RECOVERY,
+                             "A non-recoverable error occurred during database lookup"};
+            expectFailure(row, [] { InetAddress::getByName("host"); });
+            expectFailure(row, [] { InetAddress::getAllByName("host"); });
+            expectFailure(row,
+                          [] { InetAddress(std::string("192.0.2.7")).getCanonicalHostName(); });
+        }
+    }
+
     TEST_F(Lookup, failuresOfAReverseLookupKeepTheirCode)
     {
         const InetAddress address(std::string("192.0.2.7"));
