@@ -201,8 +201,9 @@ void skipCharacters(Cursor<It>& at)
 template <unsigned CLASSES>
 void skipCharacters(Cursor<text::AsciiIterator>& at)
 {
-    constexpr const auto& MEMBERS = detail::asciiMembers<CLASSES>;
-    const auto isMember = [&MEMBERS](const char* c) { return MEMBERS[text::byteAt(c)]; };
+    const auto isMember = [](const char* c) {
+        return detail::asciiMembers<CLASSES>[text::byteAt(c)];
+    };
     constexpr std::ptrdiff_t STEP = 8;
 
     const char* here = at.position().base();
