@@ -25,7 +25,7 @@ namespace {
     class ThrowingAllocator {
     public:
         // The names are RapidJSON's.
-        static constexpr bool kNeedFree = true;
+        [[maybe_unused]] static constexpr bool kNeedFree = true;
 
         static void* Malloc(std::size_t size) { return Realloc(nullptr, 0, size); }
 
