@@ -63,7 +63,7 @@ public:
     };
 
     /// The argument that asks for the options of a verb. Nobody can type it, since it is a NUL.
-    static constexpr std::string_view QUESTION{"", 1};
+    static constexpr std::string_view QUESTION{"\0", 1};
 
     CommandLine(std::string verb, Help help);
     CommandLine(const CommandLine&) = delete;
