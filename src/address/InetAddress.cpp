@@ -56,7 +56,7 @@ namespace {
 
     ip::address parse(const std::string& text)
     {
-        const ip::address address = makeAddress(text);
+        ip::address address = makeAddress(text);
         // On some systems the parser takes IPv4 texts of fewer than four parts.
         if (address.is_v4() && !platform::isStrictIPv4(text.c_str()))
             core::except::throwInvalidArgument("Invalid IP address string: " + text);
@@ -80,7 +80,7 @@ InetAddress::InetAddress(std::array<unsigned char, 16> bytes)
 {
 }
 
-InetAddress::InetAddress(std::vector<unsigned char> bytes)
+InetAddress::InetAddress(const std::vector<unsigned char>& bytes)
     : InetAddress(share(fromBytes(bytes)), {})
 {
 }

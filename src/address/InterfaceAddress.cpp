@@ -12,7 +12,7 @@ InterfaceAddress::InterfaceAddress()
 {
 }
 
-InterfaceAddress::InterfaceAddress(InetAddress address, unsigned short prefixLength)
+InterfaceAddress::InterfaceAddress(const InetAddress& address, unsigned short prefixLength)
     : InterfaceAddress(
         std::make_shared<const InterfaceAddressImpl>(address.impl_->address, prefixLength))
 {

@@ -14,6 +14,16 @@ namespace {
 
     static_assert(std::is_trivially_copyable_v<IRIView>);
     static_assert(noexcept(IRIView::parse("")));
+
+    // A view of a text that is gone as soon as it was made does not compile.
+    template <class Text>
+    concept Viewable = requires(Text&& text)
+    {
+        IRIView::parse(std::forward<Text>(text));
+    };
+    static_assert(Viewable<std::string&> && Viewable<const std::string&>);
+    static_assert(Viewable<std::string_view> && Viewable<const char*>);
+    static_assert(!Viewable<std::string> && !Viewable<const std::string>);
     static_assert(sizeof(IRIView) <= 72);
 
     using Text = std::optional<std::string_view>;

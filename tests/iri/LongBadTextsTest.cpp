@@ -84,7 +84,7 @@ namespace {
     {
         pthread_attr_t attributes;
         ASSERT_EQ(pthread_attr_init(&attributes), 0);
-        ASSERT_EQ(pthread_attr_setstacksize(&attributes, 256 * 1024), 0);
+        ASSERT_EQ(pthread_attr_setstacksize(&attributes, std::size_t{256} * 1024), 0);
         pthread_t thread = 0;
         const auto run = [](void* task) -> void* {
             (*static_cast<std::function<void()>*>(task))();

@@ -73,6 +73,12 @@ namespace {
         {"\xFF=1", Separator::Ampersand, {{"\xFF", "1", true, false}}},
     };
 
+    // The pairs of a text that is gone as soon as they were made do not compile.
+    static_assert(std::is_constructible_v<QueryPairs, std::string&>);
+    static_assert(std::is_constructible_v<QueryPairs, const char*>);
+    static_assert(!std::is_constructible_v<QueryPairs, std::string>);
+    static_assert(!std::is_constructible_v<QueryPairs, const std::string>);
+
 } // namespace
 
 TEST(QueryPairsReading, givesThePairsInOrder)

@@ -75,7 +75,7 @@ namespace {
     using namespace tests;
 
     class IdnConverterFailure : public testing::Test {
-    protected:
+    public:
         IdnConverterFailure()
         {
             onMaking = U_ZERO_ERROR;

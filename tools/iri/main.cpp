@@ -76,7 +76,10 @@ ExitCode refuseVerb(std::string_view word, Output& output)
 
 ExitCode help(const Arguments& words, Output& output)
 {
-    if (words.empty()) {
+    const auto asksForThis = [](const std::string& word) {
+        return word == "help" || word == "-h" || word == "--help";
+    };
+    if (words.empty() || asksForThis(words.front())) {
         output.text().append(helpText());
         return ExitCode::Yes;
     }

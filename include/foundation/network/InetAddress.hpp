@@ -42,7 +42,7 @@ public:
     /// @throws core::except::AnonymousInternalException<std::invalid_argument> "Can not create
     ///         InetAddress from 5 elements. Vector must have 0, 4 or 16 elements.", with the number
     ///         of bytes, if there are neither 0, 4 nor 16
-    explicit InetAddress(std::vector<unsigned char> bytes);
+    explicit InetAddress(const std::vector<unsigned char>& bytes);
 
     /// The address that a text shows: IPv6 as in RFC 4291, 2.2, with "%" and a scope if need be (a
     /// number or the name of an interface), or four decimal numbers with dots between them. A text

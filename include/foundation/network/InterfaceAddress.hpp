@@ -25,7 +25,7 @@ public:
     ///
     /// @throws std::out_of_range (as `boost::wrapexcept`) "prefix length too large", above 32 for
     ///         version 4 and above 128 for version 6
-    InterfaceAddress(InetAddress address, unsigned short prefixLength);
+    InterfaceAddress(const InetAddress& address, unsigned short prefixLength);
 
     /// Shares the address.
     InterfaceAddress(const InterfaceAddress& other) noexcept;

@@ -117,6 +117,7 @@ namespace {
 
 using namespace foundation::network::platform;
 
+// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name): glibc's names are reserved
 extern "C" int getifaddrs(ifaddrs** first) noexcept
 {
     errno = kernel->failure;
@@ -140,6 +141,7 @@ extern "C" unsigned if_nametoindex(const char* name) noexcept
 }
 
 // Like glibc's: a name that is too long is cut, and none ends it.
+// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name): glibc's names are reserved
 extern "C" int gethostname(char* buffer, std::size_t size) noexcept
 {
     if (nodeNameFailure != 0) {
@@ -158,7 +160,7 @@ namespace {
     using Table = std::vector<AdapterRecord>;
 
     class InventedKernel : public testing::Test {
-    protected:
+    public:
         InventedKernel()
         {
             kernel = &kernel_;
@@ -170,7 +172,8 @@ namespace {
         InventedKernel(const InventedKernel&) = delete;
         InventedKernel& operator=(const InventedKernel&) = delete;
 
-        Table table()
+    protected:
+        Table table() const
         {
             Table result;
             EXPECT_EQ(readAdapterTable(result), std::error_code());

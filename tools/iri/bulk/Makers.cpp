@@ -43,7 +43,9 @@ namespace {
                 const FieldReader::State state = reader.read(field, text);
                 if (state == FieldReader::State::Undecodable)
                     return {UNDECODABLE, std::nullopt};
-                if (state == FieldReader::State::Present)
+                if (state == FieldReader::State::Present && field.kind == FieldKind::PortNumber)
+                    row.addNumber(*view->portNumber());
+                else if (state == FieldReader::State::Present)
                     row.add(text);
                 else
                     row.addAbsent();

@@ -9,7 +9,7 @@
 namespace tool::bulk {
 namespace {
 
-    constexpr std::size_t READ_SIZE = 256U * 1024U;
+    constexpr std::size_t READ_SIZE = std::size_t{256} * 1024;
     constexpr std::string_view BYTE_ORDER_MARK = "\xEF\xBB\xBF";
 
 } // namespace

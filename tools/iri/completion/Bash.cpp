@@ -152,7 +152,7 @@ complete -F _iri iri
             std::string patterns;
             for (const std::string& name : option.names)
                 patterns.append(patterns.empty() ? "" : " | ")
-                    .append(quoted(verb + " " + name, ""));
+                    .append(quoted(std::string(verb).append(" ").append(name), ""));
             result.append("        ").append(patterns).append(") echo ");
             result.append(quoted(joined(option.values), "")).append(" ;;\n");
         }

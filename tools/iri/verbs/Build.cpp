@@ -38,10 +38,10 @@ namespace {
 
     constexpr std::string_view DETAILS =
         R"help(Puts an IRI together from components, which are plain text: what cannot stand in
-one is escaped, and a "%" too. An option that is not given leaves its component
+one is escaped, and a "%" where two hexadecimal digits follow it. An option that is not given leaves its component
 out; an empty value makes it present and empty. If an option stands there twice,
-the last counts; but each --pair adds to the query, behind --query, and with it
-the query is taken to hold escapes already. The brackets of an IP literal are
+the last counts; but each --pair adds to the query, behind --query, and once a
+pair needed an escape, all of the query is taken to hold escapes already. The brackets of an IP literal are
 escaped as well, so that it can only come from an object of another form.
 
 With --json and no component, each line of standard input is read as an object

@@ -93,12 +93,13 @@ no IRI.
                                       "UTF-8");
                 return false;
             }
-            write(record, text, state == FieldReader::State::Present);
+            write(record, *view, text, state == FieldReader::State::Present);
             return state == FieldReader::State::Present;
         }
 
     private:
-        void write(const Record& record, std::string_view text, bool isPresent)
+        void write(const Record& record, const foundation::network::iri::IRIView& view,
+                   std::string_view text, bool isPresent)
         {
             if (format_ == RowFormat::Json) {
                 MemberWriter& writer = answers_.begin();
@@ -106,6 +107,8 @@ no IRI.
                 writer.addBool("valid", true);
                 if (!isPresent)
                     writer.addNull(columns_.front());
+                else if (field_ && field_->kind == bulk::FieldKind::PortNumber)
+                    writer.addNumber(columns_.front(), *view.portNumber());
                 else if (columns_.front() != "iri")
                     writer.add(columns_.front(), text);
                 answers_.end();

@@ -32,7 +32,8 @@ other.
 
 What UTS #46 does not allow shows as "?" in ASCII and, if the name was in ASCII
 before, as U+FFFD in Unicode; that is reported on standard error. Whether labels
-are empty or too long for the name service is not looked at.
+are empty or too long for the name service is not looked at, nor whether other
+ASCII characters stand in them than letters, digits and "-": a whole IRI passes.
 
 Characters that a terminal obeys or cannot show are written as \n, \r, \t or
 \u{202E}, and a backslash as \\. With --json, an object a line: name is the name

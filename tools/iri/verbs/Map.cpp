@@ -96,7 +96,8 @@ answer is null.
 
 --with-error adds the columns error and offset: what is wrong with the record,
 as one of the codes of "iri help check" or as undecodable (a component whose
-escapes are no text) or no-result (no such result exists), and at which byte.
+escapes are no text), no-result (no such result exists) or no-column (the record
+has not so many columns), and at which byte.
 
 The answer is yes, but with --fail-on-invalid it is no if some record has none.
 Chunks that are not as announced are a failure of the input.

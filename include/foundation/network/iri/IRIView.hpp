@@ -3,10 +3,13 @@
 #include <foundation/network/API.hpp>
 #include <foundation/network/iri/detail/ComponentRanges.hpp>
 
+#include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
+#include <type_traits>
 
 namespace foundation::network::iri {
 
@@ -30,6 +33,11 @@ public:
     /// @complexity Linear; no allocation.
     /// @rfc{3987,2.2}
     ZKFLNETWORK_API static std::optional<IRIView> parse(std::string_view utf8) noexcept;
+
+    /// Not of a text that is about to go.
+    template <class Text>
+    requires std::same_as<std::remove_cv_t<Text>, std::string>
+    static std::optional<IRIView> parse(Text&& utf8) = delete;
 
     /// Whether the text is empty.
     bool isEmpty() const noexcept { return text_.empty(); }

@@ -2,11 +2,13 @@
 
 #include <foundation/network/API.hpp>
 
+#include <concepts>
 #include <cstddef>
 #include <iterator>
 #include <ranges>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 namespace foundation::network::iri {
 
@@ -37,6 +39,10 @@ struct QueryPair {
 
 /// The pairs of a query in the style of application/x-www-form-urlencoded, in their order, with those
 /// that occur twice: what `IRIArgs::appendQueryKeyValuePair` appended.
+///
+///     const std::string query = iri.getQueryUtf8();
+///     for (const QueryPair& pair : QueryPairs(query))
+///         use(pair.key, pair.value);
 ///
 /// Give it the query as the text of the IRI shows it: that of `getQueryUtf8()`, whose form is
 /// `Encoding::Iri`, of the ASCII form, or of an `IRIView`. From the decoded form delimiters can no
@@ -71,7 +77,16 @@ public:
     {
     }
 
+    /// Not of a text that is about to go: keep what `getQueryUtf8()` gives in a variable.
+    template <class Text>
+    requires std::same_as<std::remove_cv_t<Text>, std::string>
+    // NOLINTNEXTLINE(bugprone-forwarding-reference-overload): it takes nothing but std::string
+    explicit QueryPairs(Text&& query, Separator separator = Separator::Ampersand) = delete;
+
+    /// The first pair.
     Iterator begin() const noexcept;
+
+    /// Behind the last pair.
     Iterator end() const noexcept;
 
 private:
