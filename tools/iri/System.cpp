@@ -73,6 +73,22 @@ namespace {
         throw std::system_error(errno, std::generic_category(), what);
     }
 
+    /// The same under another number, if it has that of a standard stream which whoever started the
+    /// program has closed: nothing of ours may be taken for that stream.
+    int awayFromStandardStreams(int descriptor)
+    {
+        if (descriptor > STDERR_FILENO)
+            return descriptor;
+        const int other = ::fcntl(descriptor, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+        const int error = errno;
+        ::close(descriptor);
+        if (other < 0) {
+            errno = error;
+            fail("cannot move a file descriptor");
+        }
+        return other;
+    }
+
 } // namespace
 
 bool isTerminal(Stream stream) noexcept
@@ -104,7 +120,7 @@ int openForReading(const std::string& path)
     while (descriptor < 0 && errno == EINTR);
     if (descriptor < 0)
         fail("cannot open " + text::excerpt(path));
-    return descriptor;
+    return awayFromStandardStreams(descriptor);
 }
 
 std::size_t readSome(int descriptor, const std::string& name, std::span<char> buffer)
@@ -146,6 +162,8 @@ void catchInterrupts()
         return;
     if (::pipe2(interruptPipe.data(), O_CLOEXEC | O_NONBLOCK) != 0)
         fail("cannot make a pipe");
+    for (int& end : interruptPipe)
+        end = awayFromStandardStreams(end);
     struct sigaction action {};
     action.sa_handler = noteInterrupt;
     action.sa_flags = static_cast<int>(SA_RESETHAND);

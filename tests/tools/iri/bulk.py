@@ -118,6 +118,10 @@ class Ends(unittest.TestCase):
                     3, b"", b"iri: cannot read standard input: Is a directory\n"))
         finally:
             os.close(folder)
+        for arguments in [["map", "get", "host"], ["map", "-j", "3", "get", "host"], ["check"]]:
+            done = run(*arguments, stdin=None, preexec_fn=lambda: os.close(0), timeout=60)
+            self.assertEqual((done.returncode, done.stdout, done.stderr), (
+                3, b"", b"iri: cannot read standard input: Bad file descriptor\n"))
         done = run("check", "/")
         self.assertEqual((done.returncode, done.stderr), (3, b"iri: cannot read /: Is a directory\n"))
 

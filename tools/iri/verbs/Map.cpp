@@ -238,8 +238,9 @@ Chunks that are not as announced are a failure of the input.
         void carry(std::span<const std::string_view> columns, RowWriter& row) const
         {
             for (std::size_t i = 0; i < columns.size(); ++i)
-                row.addCarried(i < memberNames_.size() ? memberNames_[i]
-                                                       : "column" + std::to_string(i + 1),
+                row.addCarried(i < memberNames_.size()
+                                   ? memberNames_[i]
+                                   : memberName("column" + std::to_string(i + 1)),
                                columns[i]);
         }
 
@@ -252,7 +253,8 @@ Chunks that are not as announced are a failure of the input.
                 text::appendEscapedBytes(name, undoTsv(given));
             }
             const auto isTaken = [this](const std::string& each) {
-                return std::count(columns_.begin(), columns_.end(), each) != 0
+                return each == "escaped" // what the record says of itself
+                       || std::count(columns_.begin(), columns_.end(), each) != 0
                        || std::count(memberNames_.begin(), memberNames_.end(), each) != 0;
             };
             std::string result = name;
