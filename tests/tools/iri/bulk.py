@@ -4,6 +4,7 @@ bulk.py IRI"""
 
 import json
 import os
+import pty
 import random
 import signal
 import subprocess
@@ -124,6 +125,45 @@ class Ends(unittest.TestCase):
                 3, b"", b"iri: cannot read standard input: Bad file descriptor\n"))
         done = run("check", "/")
         self.assertEqual((done.returncode, done.stderr), (3, b"iri: cannot read /: Is a directory\n"))
+
+    def test_a_file_that_cannot_be_read_does_not_hide_the_others(self):
+        with tempfile.NamedTemporaryFile() as bad:
+            bad.write(b"a\nb c\n")
+            bad.flush()
+            for unreadable in ["/nowhere/x", "/"]:
+                done = run("check", "--json", unreadable, bad.name, unreadable)
+                found = [json.loads(line) for line in done.stdout.splitlines()]
+                self.assertEqual([(one["line"], one["iri"]) for one in found], [(2, "b c")])
+                self.assertEqual(done.stderr.count(unreadable.encode() + b": "), 2)
+                self.assertEqual(done.returncode, 3)
+
+    def test_progress_is_told_to_a_person_who_waits(self):
+        def errors_of(seconds, *arguments):
+            ours, theirs = pty.openpty()
+            with subprocess.Popen([PROGRAM, *arguments], stdin=subprocess.PIPE,
+                                  stdout=subprocess.DEVNULL, stderr=theirs) as process:
+                os.close(theirs)
+                end = time.monotonic() + seconds
+                while time.monotonic() < end:
+                    process.stdin.write(b"a\nb c\n")
+                    process.stdin.flush()
+                    time.sleep(0.1)
+                process.stdin.close()
+                said = b""
+                try:
+                    while piece := os.read(ours, 4096):
+                        said += piece
+                except OSError:  # Linux's way to say that the other end is closed
+                    pass
+            os.close(ours)
+            self.assertEqual(process.returncode, 0)
+            return said
+
+        self.assertEqual(errors_of(0.2, "map", "get", "path"), b"")
+        for jobs in ["1", "3"]:
+            said = errors_of(2, "map", "-j", jobs, "get", "path")
+            self.assertRegex(said, rb"^\r\x1b\[K\d+ records, \d+ invalid, \d+ a second\r")
+            self.assertTrue(said.endswith(b"\r\x1b[K"), said)
 
     def interrupt(self, arguments, lines, answers, wait_for_more):
         """Ends a run after some answers. What it still writes is whole records."""

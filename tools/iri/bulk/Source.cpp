@@ -4,6 +4,20 @@
 
 namespace tool::bulk {
 
+namespace {
+
+    template <class Work>
+    auto orUnreadable(Work work)
+    {
+        try {
+            return work();
+        } catch (const std::system_error& error) {
+            throw UnreadableSource(error);
+        }
+    }
+
+} // namespace
+
 Source::Source()
     : name_("<stdin>")
     , descriptor_(system::inputDescriptor())
@@ -13,7 +27,7 @@ Source::Source()
 
 Source::Source(const std::string& path)
     : name_(path)
-    , descriptor_(system::openForReading(path))
+    , descriptor_(orUnreadable([&] { return system::openForReading(path); }))
     , isOwned_(true)
 {
 }
@@ -31,7 +45,8 @@ std::optional<std::uint64_t> Source::remainingSize() const
 
 std::size_t Source::read(std::span<char> buffer)
 {
-    return system::readSome(descriptor_, isOwned_ ? name_ : "standard input", buffer);
+    return orUnreadable(
+        [&] { return system::readSome(descriptor_, isOwned_ ? name_ : "standard input", buffer); });
 }
 
 bool Source::isInterrupted() noexcept

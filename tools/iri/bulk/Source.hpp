@@ -5,8 +5,19 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <system_error>
 
 namespace tool::bulk {
+
+/// A file, or standard input, cannot be opened or read. The text names it.
+class UnreadableSource : public std::system_error {
+public:
+    using std::system_error::system_error;
+    explicit UnreadableSource(const std::system_error& error)
+        : std::system_error(error)
+    {
+    }
+};
 
 /// A file, or standard input, from which bytes are read.
 class Source {
@@ -15,7 +26,7 @@ public:
     Source();
 
     /// @param path  of a file; "-" is one like any other
-    /// @throws std::system_error if it cannot be opened, with the path in its text
+    /// @throws UnreadableSource if it cannot be opened
     explicit Source(const std::string& path);
 
     Source(const Source&) = delete;
@@ -30,7 +41,7 @@ public:
 
     /// Waits for bytes and takes what there is, at most as much as @p buffer holds.
     /// @returns how many bytes that are; 0 at the end, and after an interrupt
-    /// @throws std::system_error with the name in its text
+    /// @throws UnreadableSource
     std::size_t read(std::span<char> buffer);
 
     /// Whether the input has ended because of an interrupt, anywhere in it.

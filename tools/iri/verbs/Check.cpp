@@ -213,11 +213,17 @@ ExitCode check(const Arguments& arguments, Output& output)
     if (operands.empty())
         operands.push_back({"-", false});
     Checker checker(options, output);
+    bool areAllRead = true;
     for (const Operand& operand : operands) {
         const bool isStandardInput = !operand.isVerbatim && operand.text == "-";
-        const auto source = isStandardInput ? std::make_unique<bulk::Source>()
-                                            : std::make_unique<bulk::Source>(operand.text);
-        checker.check(*source);
+        try {
+            const auto source = isStandardInput ? std::make_unique<bulk::Source>()
+                                                : std::make_unique<bulk::Source>(operand.text);
+            checker.check(*source);
+        } catch (const bulk::UnreadableSource& error) { // the others are judged all the same
+            output.reportError(error.what());
+            areAllRead = false;
+        }
         if (system::wasInterrupted())
             break;
     }
@@ -226,11 +232,11 @@ ExitCode check(const Arguments& arguments, Output& output)
         system::endAsInterrupted();
     }
     if (checker.invalid() == 0)
-        return ExitCode::Yes;
+        return areAllRead ? ExitCode::Yes : ExitCode::InputOutput;
     if (!options.quiet)
         output.reportError("records that are no IRI: " + std::to_string(checker.invalid()) + " of "
                            + std::to_string(checker.records()));
-    return ExitCode::No;
+    return areAllRead ? ExitCode::No : ExitCode::InputOutput;
 }
 
 } // namespace tool::verbs
