@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <utility>
 
 namespace tool::bulk {
 namespace {
@@ -24,22 +23,23 @@ Pieces::Pieces(Source& source, char separator, bool hasChunkHeaders)
 bool Pieces::next(std::string& piece)
 {
     if (!hasChunkHeaders_) {
-        if (ahead_.empty())
+        if (ahead().empty())
             return nextAsRead(piece);
-        piece = std::exchange(ahead_, {});
+        piece = ahead();
+        passAhead(piece.size());
         return true;
     }
 
     // What was read may end anywhere in a chunk, and hold several of them.
     for (;;) {
-        while (chunkRest_ == 0 && !ahead_.empty())
+        while (chunkRest_ == 0 && !ahead().empty())
             takeHeader();
-        if (!ahead_.empty()) {
-            const std::size_t length = lengthOfRecords(ahead_);
-            piece.assign(ahead_, 0, length);
-            ahead_.erase(0, length);
+        if (!ahead().empty()) {
+            piece = ahead().substr(0, lengthOfRecords(ahead()));
+            passAhead(piece.size());
             return true;
         }
+        aheadBegin_ = 0;
         if (!nextAsRead(ahead_)) {
             if (chunkRest_ != 0 && !Source::isInterrupted())
                 throw BadChunkHeader("the input ends within a chunk; records missing: "
@@ -53,10 +53,21 @@ std::optional<std::string> Pieces::takeFirst()
 {
     if (!nextAsRead(ahead_))
         return std::nullopt;
-    std::string_view piece = ahead_;
+    std::string_view piece = ahead();
     std::string first(*takeRecord(piece, separator_));
-    ahead_.erase(0, ahead_.size() - piece.size());
+    passAhead(ahead().size() - piece.size());
     return first;
+}
+
+std::string_view Pieces::ahead() const noexcept
+{
+    return std::string_view(ahead_).substr(aheadBegin_);
+}
+
+// Erasing at the front would move all the rest for each chunk.
+void Pieces::passAhead(std::size_t length) noexcept
+{
+    aheadBegin_ += length;
 }
 
 bool Pieces::nextAsRead(std::string& piece)
@@ -98,15 +109,15 @@ bool Pieces::nextAsRead(std::string& piece)
 
 void Pieces::takeHeader()
 {
-    const std::size_t end = ahead_.find(separator_);
-    std::string_view header = std::string_view(ahead_).substr(0, end);
+    const std::size_t end = ahead().find(separator_);
+    std::string_view header = ahead().substr(0, end);
     if (header.ends_with('\r'))
         header.remove_suffix(1);
     const auto [stop, error] =
         std::from_chars(header.data(), header.data() + header.size(), chunkRest_);
     if (error != std::errc() || stop != header.data() + header.size())
         throw BadChunkHeader("not the number of the records of a chunk: " + text::excerpt(header));
-    ahead_.erase(0, end == std::string::npos ? end : end + 1);
+    passAhead(end == std::string_view::npos ? ahead().size() : end + 1);
 }
 
 // How much of it belongs to the chunk.

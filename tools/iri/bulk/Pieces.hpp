@@ -43,6 +43,8 @@ public:
 private:
     bool nextAsRead(std::string& piece);
     void takeHeader();
+    std::string_view ahead() const noexcept;
+    void passAhead(std::size_t length) noexcept;
     std::size_t lengthOfRecords(std::string_view records);
 
     Source& source_;
@@ -51,7 +53,8 @@ private:
     bool isFirst_ = true;
     bool isAtEnd_ = false;
     std::string rest_;            // of what was read: the beginning of a record
-    std::string ahead_;           // what was read and is to be handed out next
+    std::string ahead_;           // what was read and is to be handed out next,
+    std::size_t aheadBegin_ = 0;  // from here on
     std::uint64_t chunkRest_ = 0; // how many records of the chunk are still to come
 };
 
