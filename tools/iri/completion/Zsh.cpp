@@ -65,7 +65,7 @@ fi
 
     constexpr std::string_view APOSTROPHE = R"('\'')";
 
-    /// A text between the brackets of a specification.
+    /// A text between the brackets of an entry of _arguments.
     std::string bracketed(std::string_view text)
     {
         std::string result = "[";
