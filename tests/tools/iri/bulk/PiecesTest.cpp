@@ -37,7 +37,8 @@ public:
     const std::string& path() const noexcept { return path_; }
 
 private:
-    std::string path_ = "/tmp/zkflnetwork-pieces-XXXXXX";
+    // mkstemp writes over the six letters at the end.
+    std::string path_ = testing::TempDir() + "zkflnetwork-pieces-" + std::string(6, 'X');
 };
 
 /// All records of an input. Each piece but the last must end where a record does.
