@@ -16,7 +16,7 @@ namespace foundation::network::iri::detail {
 
 /// Reads and fills the bags of components.
 ///
-/// What is built is never put together as a text and parsed. Only the scheme is checked, and that
+/// What is built is never parsed. Only the scheme is checked, and that
 /// the components go together; what a component may not show is escaped when somebody reads it.
 template <class String>
 class Building {
@@ -27,6 +27,8 @@ public:
     static void buildFromArgs(Iri& iri, const Args& args)
     {
         Assembly<String> assembly(iri);
+        String port;
+        String query;
         if (args.hasScheme_)
             buildScheme(assembly, args);
         if (args.hasUserInfo_)
@@ -34,10 +36,10 @@ public:
         if (args.hasHost_)
             assembly.set(Component::Host, args.host_, Encoding::Decoded);
         if (args.hasPort_)
-            buildPort(assembly, args);
+            buildPort(assembly, args, port);
         buildPath(assembly, args);
         if (args.hasQuery_)
-            buildQuery(assembly, args);
+            buildQuery(assembly, args, query);
         if (args.hasFragment_)
             assembly.set(Component::Fragment, args.fragment_, Encoding::Decoded);
         assembly.finish();
@@ -96,12 +98,13 @@ private:
         assembly.set(Component::UserInfo, args.userInfo_, Encoding::Decoded);
     }
 
-    static void buildPort(Assembly<String>& assembly, const Args& args)
+    static void buildPort(Assembly<String>& assembly, const Args& args, String& port)
     {
         if (!args.hasHost_)
             core::except::throwLogicError("Port requires a host");
         const std::string digits = std::to_string(args.port_);
-        assembly.setPort(String(digits.begin(), digits.end()), args.port_);
+        port.assign(digits.begin(), digits.end());
+        assembly.setPort(port, args.port_);
     }
 
     static void buildPath(Assembly<String>& assembly, const Args& args)
@@ -113,18 +116,16 @@ private:
         const String& path = args.path_;
         if (args.hasHost_ && !path.empty() && path.front() != Iri::FORWARD_SLASH)
             core::except::throwLogicError("Path cannot be relative if authority present");
-        assembly.setDecodedPath(String(path));
+        assembly.setDecodedPath({}, path);
         assembly.flags().pathHasDotSegments = hasDotSegments(path);
     }
 
     // A query that was put together from pairs carries its escapes already.
-    static void buildQuery(Assembly<String>& assembly, const Args& args)
+    static void buildQuery(Assembly<String>& assembly, const Args& args, String& query)
     {
         const bool formEncoded = args.queryFormEncoded_ || args.queryHasEscapes_;
-        assembly.set(Component::Query,
-                     args.queryFormEncoded_ ? encodeNonAscii(args.query_) : args.query_,
-                     Encoding::Decoded, formEncoded);
-        assembly.flags().formEncoded = formEncoded;
+        query = args.queryFormEncoded_ ? encodeNonAscii(args.query_) : args.query_;
+        assembly.setQuery(query, Encoding::Decoded, formEncoded, formEncoded);
     }
 };
 

@@ -1,13 +1,12 @@
 #pragma once
 
-#include "iri/OnDemand.hpp"
-
+#include <foundation/network/iri/Encoding.hpp>
 #include <foundation/network/iri/detail/Component.hpp>
-#include <foundation/network/iri/detail/StringParts.hpp>
 #include <foundation/network/iri/detail/TemplateIRI.hpp>
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
-#include <string>
 #include <string_view>
 #include <utility>
 
@@ -16,17 +15,17 @@ namespace foundation::network::iri::detail {
 /// A value while it is put together from components, its own or those of other values.
 ///
 /// Components taken from another value keep the form in which they are stored there, so that no
-/// text is converted. The value may be used once `finish` has run.
+/// text is converted. Only views are gathered, which must stay valid until `finish` lays the text
+/// out; then the value may be used.
 template <class String>
 class Assembly {
 public:
     using Iri = TemplateIRI<String>;
     using View = typename Iri::View;
 
-    /// Goes on with @p iri, which has no source text.
+    /// Goes on with @p iri, a fresh value.
     explicit Assembly(Iri& iri)
         : iri_(iri)
-        , parts_(iri.onDemand().parts)
     {
     }
 
@@ -34,48 +33,72 @@ public:
 
     void setScheme(View scheme)
     {
-        setSchemeAndPort(String(scheme), String(iri_.portText()), iri_.portNumber_);
+        scheme_ = scheme;
         flags().hasScheme = true;
     }
 
     void setPort(View port, std::uint16_t number)
     {
-        setSchemeAndPort(String(iri_.schemeText()), String(port), number);
+        port_ = port;
+        iri_.portNumber_ = number;
         flags().hasPort = true;
     }
 
-    /// Stores a component and marks it as present.
-    /// @param formEncoded  of the query only
-    void set(Component component, String text, const Encoding& encoding, bool formEncoded = false)
+    /// Stores a component other than the path, as plain text or as it stands in an IRI, and marks it
+    /// as present.
+    void set(Component component, View text, const Encoding& encoding)
     {
-        parts_.set(component, std::move(text), encoding, formEncoded);
-        if (bool* flag = presence(component))
-            *flag = true;
+        place(component, text, encoding);
+        switch (component) {
+        case Component::UserInfo:
+            flags().hasUserInfo = true;
+            break;
+        case Component::Host:
+            flags().hasHost = true;
+            break;
+        case Component::Query:
+            flags().hasQuery = true;
+            break;
+        case Component::Fragment:
+            flags().hasFragment = true;
+            break;
+        case Component::Path:
+            break;
+        }
+    }
+
+    /// Stores the query.
+    /// @param readAsForm   whether its conversions treat it as form-encoded
+    /// @param formEncoded  whether it was put together from pairs
+    void setQuery(View text, const Encoding& encoding, bool readAsForm, bool formEncoded)
+    {
+        set(Component::Query, text, encoding);
+        flags().queryReadsAsForm = readAsForm;
+        flags().formEncoded = formEncoded;
     }
 
     /// Stores a path as plain text and marks it as not empty.
-    void setDecodedPath(String&& path, bool isAbsolute)
+    void setDecodedPath(View path, bool isAbsolute)
     {
         flags().pathIsEmpty = false;
         flags().hasAbsolutePath = isAbsolute;
-        set(Component::Path, std::move(path), Encoding::Decoded);
+        place(Component::Path, path, Encoding::Decoded);
     }
 
-    /// Stores a path as plain text and marks it as what it is.
-    void setDecodedPath(String&& path)
+    /// Stores a path in two pieces as plain text and marks it as what it is.
+    void setDecodedPath(View directory, View path)
     {
-        if (path.empty()) {
-            setEmptyPath();
-        } else {
-            const bool isAbsolute = path.front() == Iri::FORWARD_SLASH;
-            setDecodedPath(std::move(path), isAbsolute);
-        }
+        const View front = directory.empty() ? path : directory;
+        if (front.empty())
+            return setEmptyPath();
+        setDecodedPath(path, front.front() == Iri::FORWARD_SLASH);
+        directory_ = directory;
     }
 
     void setEmptyPath()
     {
         flags().pathIsEmpty = true;
-        set(Component::Path, String(), Encoding::Decoded);
+        place(Component::Path, {}, Encoding::Decoded);
     }
 
     void takeScheme(const Iri& from)
@@ -95,6 +118,15 @@ public:
             setPort(from.portText(), from.portNumber_);
     }
 
+    /// Takes a path that is not empty, as it is stored.
+    void takePath(const Iri& from)
+    {
+        take(Component::Path, from);
+        flags().pathIsEmpty = false;
+        flags().pathHasDotSegments = from.pathHasDotSegments();
+        flags().hasAbsolutePath = from.hasAbsolutePath();
+    }
+
     void takeQuery(const Iri& from)
     {
         if (from.hasQuery())
@@ -105,8 +137,7 @@ public:
     void takeQuery(const Iri& from, bool readAsForm)
     {
         const auto stored = from.readStoredForm(Component::Query);
-        set(Component::Query, String(stored.text), stored.encoding, readAsForm);
-        flags().formEncoded = from.flags_.formEncoded;
+        setQuery(stored.text, stored.encoding, readAsForm, from.flags_.formEncoded);
     }
 
     void takeFragment(const Iri& from)
@@ -115,71 +146,86 @@ public:
             take(Component::Fragment, from);
     }
 
-    /// Takes a component that @p from has.
-    void take(Component component, const Iri& from)
-    {
-        const auto stored = from.readStoredForm(component);
-        set(component, String(stored.text), stored.encoding);
-    }
+    /// Makes the fragment of a whole value absent. Its text may go on to show it.
+    static void dropFragment(Iri& iri) noexcept { iri.flags_.hasFragment = false; }
 
-    /// Makes the fragment of a whole value absent.
-    static void dropFragment(Iri& iri) noexcept
-    {
-        iri.flags_.hasFragment = false;
-        if (auto* made = iri.onDemand_.load())
-            made->parts.clear(Component::Fragment);
-    }
-
-    /// Derives what follows from the components. Comes last.
+    /// Lays the text out and derives what follows from the components. Comes last.
     void finish()
     {
+        writeText();
+        iri_.hasComponents_ = true;
         ComponentFlags& flags = iri_.flags_;
-        iri_.isEmpty_.store(parts_.isEmpty() && !flags.hasScheme && !flags.hasPort);
+        flags.partsAreEmpty = !flags.hasUserInfo && !flags.hasHost && !flags.hasQuery
+                              && !flags.hasFragment
+                              && iri_.ranges_.pathBegin == iri_.ranges_.pathEnd;
+        iri_.isEmpty_.store(flags.partsAreEmpty && !flags.hasScheme && !flags.hasPort,
+                            std::memory_order_relaxed); // nobody else can see the value yet
         flags.hasAuthority = flags.hasHost;
-        if (!flags.hasScheme)
-            return;
-        parts_.setSchemePresent(true);
-        flags.isAbsolute = true;
-        if (!flags.hasAuthority)
-            flags.isOpaque = !flags.hasAbsolutePath;
+        flags.isAbsolute = flags.hasScheme;
+        flags.isOpaque = flags.hasScheme && !flags.hasAuthority && !flags.hasAbsolutePath;
     }
 
 private:
-    // The flag that says whether a component is present; the path always is.
-    bool* presence(Component component) noexcept
+    View& at(Component component) noexcept { return texts_[static_cast<std::size_t>(component)]; }
+
+    void place(Component component, View text, const Encoding& encoding)
     {
-        ComponentFlags& flags = iri_.flags_;
-        switch (component) {
-        case Component::UserInfo:
-            return &flags.hasUserInfo;
-        case Component::Host:
-            return &flags.hasHost;
-        case Component::Query:
-            return &flags.hasQuery;
-        case Component::Fragment:
-            return &flags.hasFragment;
-        case Component::Path:
-            break;
-        }
-        return nullptr;
+        at(component) = text;
+        if (encoding == Encoding::Decoded)
+            flags().plain.insert(component);
     }
 
-    void setSchemeAndPort(String scheme, const String& port, std::uint16_t number)
+    void take(Component component, const Iri& from)
     {
+        const auto stored = from.readStoredForm(component);
+        set(component, stored.text, stored.encoding);
+    }
+
+    // All that is there, with its delimiters (RFC 3986, 5.3), and where it lies.
+    void writeText()
+    {
+        const ComponentFlags& has = iri_.flags_;
+        String text;
+        text.reserve(lengthOfText());
         ComponentRanges& ranges = iri_.ranges_;
-        const bool hasPort = !port.empty();
-        ranges = ComponentRanges();
-        ranges.schemeEnd = scheme.size();
-        ranges.hostEnd = scheme.size(); // behind which the port is looked for
-        if (hasPort)
-            scheme.append(1, Iri::COLON).append(port);
-        ranges.pathBegin = scheme.size();
-        iri_.text_ = std::move(scheme);
-        iri_.portNumber_ = number;
+        text.append(scheme_);
+        ranges.schemeEnd = text.size();
+        if (has.hasScheme)
+            text.push_back(Iri::COLON);
+        if (has.hasHost)
+            text.append(2, Iri::FORWARD_SLASH);
+        if (has.hasUserInfo)
+            text.append(at(Component::UserInfo)).push_back(Iri::COMMERCIAL_AT);
+        ranges.hostBegin = text.size();
+        text.append(at(Component::Host));
+        ranges.hostEnd = text.size();
+        if (has.hasPort)
+            text.append(1, Iri::COLON).append(port_);
+        ranges.pathBegin = text.size();
+        text.append(directory_).append(at(Component::Path));
+        ranges.pathEnd = text.size();
+        if (has.hasQuery)
+            text.append(1, Iri::QUESTION_MARK).append(at(Component::Query));
+        ranges.queryEnd = text.size();
+        if (has.hasFragment)
+            text.append(1, Iri::HASH_SIGN).append(at(Component::Fragment));
+        iri_.text_ = std::move(text);
+    }
+
+    std::size_t lengthOfText() const noexcept
+    {
+        constexpr std::size_t DELIMITERS = 7; // ":", "//", "@", ":", "?" and "#"
+        std::size_t length = scheme_.size() + port_.size() + directory_.size() + DELIMITERS;
+        for (const View text : texts_)
+            length += text.size();
+        return length;
     }
 
     Iri& iri_;
-    StringParts<String>& parts_;
+    View scheme_;
+    View port_;
+    View directory_; // stands in front of the path
+    std::array<View, 5> texts_;
 };
 
 } // namespace foundation::network::iri::detail

@@ -27,6 +27,28 @@ bool TemplateIRI<String>::differsInText(const TemplateIRI& other) const
                               other.toNativeStringFromParts(Encoding::Iri));
 }
 
+// Whether a component of two built values differs, compared in the form in which the left side stores
+// it. A component whose text was moved out is still present.
+template <class String>
+bool TemplateIRI<String>::differsIn(Component component, const TemplateIRI& other) const
+{
+    if (!hasText(component) || !other.hasText(component))
+        return hasText(component) != other.hasText(component);
+    const auto mine = readStoredForm(component);
+    return !text::areEqual(mine.text, other.componentText(component, mine.encoding));
+}
+
+template <class String>
+bool TemplateIRI<String>::differsInComponents(const TemplateIRI& other) const
+{
+    if (hasUserInfo() != other.hasUserInfo() || hasHost() != other.hasHost()
+        || hasQuery() != other.hasQuery() || hasFragment() != other.hasFragment())
+        return true;
+    return differsIn(Component::UserInfo, other) || differsIn(Component::Host, other)
+           || differsIn(Component::Path, other) || differsIn(Component::Query, other)
+           || differsIn(Component::Fragment, other);
+}
+
 template <class String>
 bool TemplateIRI<String>::operator==(const TemplateIRI& other) const
 {
@@ -36,7 +58,7 @@ bool TemplateIRI<String>::operator==(const TemplateIRI& other) const
         return false;
     if (hasSourceText_.load() || other.hasSourceText_.load())
         return !differsInText(other);
-    return storedParts() == other.storedParts();
+    return (flags_.partsAreEmpty && other.flags_.partsAreEmpty) || !differsInComponents(other);
 }
 
 template <class String>
@@ -48,7 +70,10 @@ bool TemplateIRI<String>::operator!=(const TemplateIRI& other) const
         return true;
     if (hasSourceText_.load() || other.hasSourceText_.load())
         return differsInText(other);
-    return storedParts() != other.storedParts(); // not always the opposite of ==, and that is meant
+    // Not always the opposite of ==, and that is meant.
+    if (flags_.partsAreEmpty || other.flags_.partsAreEmpty)
+        return flags_.partsAreEmpty != other.flags_.partsAreEmpty;
+    return differsInComponents(other);
 }
 
 template <class String>

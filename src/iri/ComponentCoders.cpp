@@ -45,8 +45,16 @@ namespace {
         return bytes;
     }
 
-    // Escapes the colons before the first slash, which must not look like the end of a scheme
+    // Whether there is a colon before the first slash, which would look like the end of a scheme
     // (RFC 3986, 4.2).
+    bool showsColonAtFront(std::u32string_view path)
+    {
+        const auto found = std::find_if(path.begin(), path.end(),
+                                        [](char32_t c) { return c == U':' || c == U'/'; });
+        return found != path.end() && *found == U':';
+    }
+
+    // Escapes these colons.
     std::u32string escapeFirstSegmentColons(std::u32string_view path)
     {
         const std::size_t end = std::min(path.find(U'/'), path.size());
@@ -120,8 +128,9 @@ bool ComponentCoder<Rules>::isSameInIri(std::u32string_view decoded,
                                         const Context& context) noexcept
 {
     static constexpr SameInIri<Rules> same;
-    return !isFormEncoded(context) && !couldLookLikeScheme(context)
-           && std::all_of(decoded.begin(), decoded.end(), same);
+    if (isFormEncoded(context) || (couldLookLikeScheme(context) && showsColonAtFront(decoded)))
+        return false;
+    return std::all_of(decoded.begin(), decoded.end(), same);
 }
 
 template <class Rules>

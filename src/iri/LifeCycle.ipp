@@ -44,8 +44,8 @@ TemplateIRI<String>::TemplateIRI(const TemplateIRI& other)
     , portNumber_(other.portNumber_)
     , isEmpty_(other.isEmpty())
     , hasSourceText_(other.hasSourceText_.load())
-    , isMovedFrom_(other.isMovedFrom_)
-    , textIsAsciiForm_(other.textIsAsciiForm_.load(std::memory_order_relaxed))
+    , hasComponents_(other.hasComponents_)
+    , formsOfText_(other.formsOfText_.load(std::memory_order_relaxed))
 {
     hash_.assign(other.hash_);
     if (const OnDemand* made = other.onDemand_.load(std::memory_order_acquire))
@@ -60,8 +60,8 @@ TemplateIRI<String>::TemplateIRI(TemplateIRI&& other) noexcept
     , portNumber_(other.portNumber_)
     , isEmpty_(other.isEmpty())
     , hasSourceText_(other.hasSourceText_.load())
-    , isMovedFrom_(other.isMovedFrom_)
-    , textIsAsciiForm_(other.textIsAsciiForm_.load(std::memory_order_relaxed))
+    , hasComponents_(other.hasComponents_)
+    , formsOfText_(other.formsOfText_.load(std::memory_order_relaxed))
     , onDemand_(other.onDemand_.load(std::memory_order_relaxed)) // nobody else uses the source
 {
     other.onDemand_.store(nullptr, std::memory_order_relaxed);
@@ -105,9 +105,9 @@ TemplateIRI<String>& TemplateIRI<String>::operator=(TemplateIRI&& other)
     portNumber_ = other.portNumber_;
     isEmpty_.store(other.isEmpty(), std::memory_order_relaxed);
     hasSourceText_.store(other.hasSourceText_.load(), std::memory_order_relaxed);
-    isMovedFrom_ = other.isMovedFrom_;
-    textIsAsciiForm_.store(other.textIsAsciiForm_.load(std::memory_order_relaxed),
-                           std::memory_order_relaxed);
+    hasComponents_ = other.hasComponents_;
+    formsOfText_.store(other.formsOfText_.load(std::memory_order_relaxed),
+                       std::memory_order_relaxed);
     hash_.assign(other.hash_);
     if (refresh)
         hash_.set(hash);
@@ -117,9 +117,9 @@ TemplateIRI<String>& TemplateIRI<String>::operator=(TemplateIRI&& other)
 
     // The source keeps its flags, unlike that of the move constructor. Its texts are gone.
     other.text_.clear();
-    other.textIsAsciiForm_.store(false, std::memory_order_relaxed);
+    other.formsOfText_.store(0, std::memory_order_relaxed);
     other.ranges_ = ComponentRanges();
-    other.isMovedFrom_ = true;
+    other.hasComponents_ = false;
     return *this;
 }
 
@@ -145,8 +145,8 @@ void TemplateIRI<String>::swap(TemplateIRI& other) noexcept
     std::swap(portNumber_, other.portNumber_);
     exchange(isEmpty_, other.isEmpty_);
     exchange(hasSourceText_, other.hasSourceText_);
-    exchange(textIsAsciiForm_, other.textIsAsciiForm_);
-    std::swap(isMovedFrom_, other.isMovedFrom_);
+    exchange(formsOfText_, other.formsOfText_);
+    std::swap(hasComponents_, other.hasComponents_);
     hash_.swap(other.hash_);
     exchange(onDemand_, other.onDemand_);
 }
@@ -160,8 +160,8 @@ void TemplateIRI<String>::clear() noexcept
     portNumber_ = 0;
     isEmpty_.store(true, std::memory_order_relaxed);
     hasSourceText_.store(false, std::memory_order_relaxed);
-    textIsAsciiForm_.store(false, std::memory_order_relaxed);
-    isMovedFrom_ = false;
+    formsOfText_.store(0, std::memory_order_relaxed);
+    hasComponents_ = false;
     hash_.leaveBehind();
     delete onDemand_.load(std::memory_order_relaxed);
     onDemand_.store(nullptr, std::memory_order_relaxed);

@@ -75,6 +75,7 @@ template <class TextIt, class IndexOf>
 bool TemplateIRI<String>::takeApart(TextIt first, TextIt last, IndexOf indexOf)
 {
     hasSourceText_.store(true, std::memory_order_relaxed); // nobody else can see the value yet
+    hasComponents_ = true;
     if (first == last)
         return true; // the empty value, whose path can be read
     isEmpty_.store(false, std::memory_order_relaxed);

@@ -13,6 +13,7 @@
 #include <foundation/network/iri/detail/TemplateIRI.hpp>
 
 #include <memory>
+#include <stdexcept>
 
 namespace foundation::network::iri::detail {
 
@@ -40,11 +41,11 @@ auto TemplateIRI<String>::portText() const noexcept -> View
     return View(text_).substr(ranges_.hostEnd + 1, ranges_.pathBegin - ranges_.hostEnd - 1);
 }
 
-// Whether the text of the value shows a component, be it absent or present.
+// Whether the value has a component and the text of it; a path it always has, unless it is fresh.
 template <class String>
-bool TemplateIRI<String>::isTextStored(Component component) const noexcept
+bool TemplateIRI<String>::hasText(Component component) const noexcept
 {
-    if (!hasSourceText_.load(std::memory_order_acquire) || isMovedFrom_)
+    if (!hasComponents_)
         return false;
     switch (component) {
     case Component::UserInfo:
@@ -61,28 +62,35 @@ bool TemplateIRI<String>::isTextStored(Component component) const noexcept
     return flags_.hasFragment;
 }
 
+// The authority follows "//", or a scheme with ":" and "//". The value has one.
+template <class String>
+std::size_t TemplateIRI<String>::authorityBegin() const noexcept
+{
+    return flags_.hasScheme ? ranges_.schemeEnd + 3 : 2;
+}
+
+template <class String>
+auto TemplateIRI<String>::textBetween(std::size_t begin, std::size_t end) const noexcept -> View
+{
+    return View(text_).substr(begin, end - begin);
+}
+
 template <class String>
 auto TemplateIRI<String>::storedText(Component component) const noexcept -> View
 {
-    const auto between = [this](std::size_t begin, std::size_t end) {
-        return View(text_).substr(begin, end - begin);
-    };
     switch (component) {
-    case Component::UserInfo: {
-        // The authority follows "//", or a scheme with ":" and "//".
-        const std::size_t begin = flags_.hasScheme ? ranges_.schemeEnd + 3 : 2;
-        return between(begin, ranges_.hostBegin - 1);
-    }
+    case Component::UserInfo:
+        return textBetween(authorityBegin(), ranges_.hostBegin - 1);
     case Component::Host:
-        return between(ranges_.hostBegin, ranges_.hostEnd);
+        return textBetween(ranges_.hostBegin, ranges_.hostEnd);
     case Component::Path:
-        return between(ranges_.pathBegin, ranges_.pathEnd);
+        return textBetween(ranges_.pathBegin, ranges_.pathEnd);
     case Component::Query:
-        return between(ranges_.pathEnd + 1, ranges_.queryEnd);
+        return textBetween(ranges_.pathEnd + 1, ranges_.queryEnd);
     case Component::Fragment:
         break;
     }
-    return between(ranges_.queryEnd + 1, text_.size());
+    return textBetween(ranges_.queryEnd + 1, text_.size());
 }
 
 template <class String>
@@ -97,46 +105,80 @@ auto TemplateIRI<String>::onDemand() const -> OnDemand&
     return *first; // another thread was first
 }
 
-// The components that were stored one by one.
 template <class String>
-const StringParts<String>& TemplateIRI<String>::storedParts() const
+PathContext TemplateIRI<String>::pathContext() const noexcept
 {
-    static const StringParts<String> none;
-    const OnDemand* made = onDemand_.load(std::memory_order_acquire);
-    return made != nullptr ? made->parts : none;
+    return {flags_.hasScheme, flags_.hasUserInfo, flags_.hasHost};
 }
 
-// The components, among them the one asked for, if the value has it. A parsed value stores it in
-// the form of its text now.
+// The components with their forms, among them the one asked for, if the value has it.
 template <class String>
 const StringParts<String>& TemplateIRI<String>::partsWith(Component component) const
 {
-    if (!isTextStored(component))
-        return storedParts();
+    static const StringParts<String> none;
+    if (!hasText(component))
+        return none;
     StringParts<String>& parts = onDemand().parts;
-    parts.engage(component, storedText(component),
-                 PathContext{flags_.hasScheme, flags_.hasUserInfo, flags_.hasHost});
+    const auto stored = readStoredForm(component);
+    parts.engage(component, stored.text, stored.encoding, pathContext(), flags_.queryReadsAsForm);
     return parts;
 }
 
-/// Whether a component of a parsed text reads the same in a form. The rules of the components differ
-/// in neither direction that matters here.
-inline bool isSameIn(Form form, std::u32string_view text) noexcept
+/// Whether a decoded text reads the same in an IRI.
+inline bool isSameInIri(Component component, std::u32string_view text, const PathContext& path,
+                        const QueryContext& query) noexcept
 {
+    switch (component) {
+    case Component::UserInfo:
+        return UserInfoCoder::isSameInIri(text, {});
+    case Component::Host:
+        return HostCoder::isSameInIri(text, {});
+    case Component::Path:
+        return PathCoder::isSameInIri(text, path);
+    case Component::Query:
+        return QueryCoder::isSameInIri(text, query);
+    case Component::Fragment:
+        break;
+    }
+    return FragmentCoder::isSameInIri(text, {});
+}
+
+/// @{
+/// Whether a text that stands in an IRI reads the same in another form. The rules of the components
+/// do not differ here.
+inline bool isSameInAscii(std::u32string_view text) noexcept
+{
+    return FragmentCoder::isSameInAscii(text, {});
+}
+
+inline bool isSameDecoded(std::u32string_view text, const QueryContext& query) noexcept
+{
+    return QueryCoder::isSameDecoded(text, query);
+}
+/// @}
+
+// Whether a component, of which the value has the text, reads the same in a form. What is made of it
+// later does not depend on whether this was asked: the conversions between the forms of such a text
+// all give that text.
+template <class String>
+bool TemplateIRI<String>::isStoredIn(Form form, Component component) const noexcept
+{
+    const View text = storedText(component);
+    const QueryContext query{component == Component::Query && flags_.queryReadsAsForm};
+    if (flags_.plain.contains(component))
+        return form == Form::Decoded
+               || (isSameInIri(component, text, pathContext(), query)
+                   && (form == Form::Iri || isSameInAscii(text)));
     return form == Form::Iri
-           || (form == Form::Ascii ? FragmentCoder::isSameInAscii(text, {})
-                                   : FragmentCoder::isSameDecoded(text, {}));
+           || (form == Form::Ascii ? isSameInAscii(text) : isSameDecoded(text, query));
 }
 
 /// @throws std::runtime_error "Item not set: Host" and so on, if the component is absent
 template <class String>
 auto TemplateIRI<String>::componentText(Component component, const Encoding& encoding) const -> View
 {
-    if (isTextStored(component)) {
-        const View text = storedText(component);
-        if (isSameIn(formRead(encoding), text))
-            return text;
-    }
+    if (hasText(component) && isStoredIn(formRead(encoding), component))
+        return storedText(component);
     return partsWith(component).get(component, encoding);
 }
 
@@ -144,30 +186,25 @@ auto TemplateIRI<String>::componentText(Component component, const Encoding& enc
 template <class String>
 auto TemplateIRI<String>::readStoredForm(Component component) const -> StoredText
 {
-    if (isTextStored(component))
-        return {storedText(component), Encoding::Iri};
-    const auto stored = storedParts().readStoredForm(component);
-    return {stored.text, stored.encoding};
-}
-
-template <class String>
-bool TemplateIRI<String>::hasStoredPath() const noexcept
-{
-    return isTextStored(Component::Path) || storedParts().hasText(Component::Path);
+    if (!hasText(component))
+        throw std::runtime_error("Item not set");
+    return {storedText(component),
+            flags_.plain.contains(component) ? Encoding::Decoded : Encoding::Iri};
 }
 
 // The path, or the empty text if the value has none at all.
 template <class String>
 auto TemplateIRI<String>::pathText(const Encoding& encoding) const -> View
 {
-    return hasStoredPath() ? componentText(Component::Path, encoding) : View();
+    return hasText(Component::Path) ? componentText(Component::Path, encoding) : View();
 }
 
 template <class String>
 bool TemplateIRI<String>::pathHasDotSegments() const noexcept
 {
-    return isTextStored(Component::Path) ? hasDotSegments(storedText(Component::Path))
-                                         : flags_.pathHasDotSegments;
+    return hasComponents_ && hasSourceText_.load(std::memory_order_acquire)
+               ? hasDotSegments(storedText(Component::Path))
+               : flags_.pathHasDotSegments;
 }
 
 template <class String>

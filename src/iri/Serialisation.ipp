@@ -11,6 +11,7 @@
 #include <foundation/network/iri/detail/TemplateIRI.hpp>
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 
 namespace foundation::network::iri::detail {
@@ -104,22 +105,35 @@ String TemplateIRI<String>::buildText(const Encoding& encoding, bool strictRest)
     return result;
 }
 
-// Whether the text of the value is its plain ASCII form as well. It is, if it is all ASCII: there is
-// nothing to escape then, and no stray "%" in its authority to repair.
+// Whether all components of the value read in a form as its text has them.
+template <class String>
+bool TemplateIRI<String>::areStoredIn(Form form) const noexcept
+{
+    if (hasSourceText_.load(std::memory_order_acquire) && form == Form::Ascii)
+        return isSameInAscii(text_); // in one pass
+    for (const Component component : {Component::UserInfo, Component::Host, Component::Path,
+                                      Component::Query, Component::Fragment})
+        if (hasText(component) && !isStoredIn(form, component))
+            return false;
+    return true;
+}
+
+// Whether the text of the value is the whole IRI in a form. No stray "%" is in its authority then,
+// so that it is also what is left after the authority was repaired.
 //
 // A text may show a fragment that the value does not have (see `Assembly::dropFragment`), and then
 // it is not. But what was read once is what is read again, also from a copy that has lost its
 // fragment since; so it is remembered, as a text that was made would be.
 template <class String>
-bool TemplateIRI<String>::isAsciiFormOfText() const noexcept
+bool TemplateIRI<String>::isTextIn(Form form) const noexcept
 {
-    if (textIsAsciiForm_.load(std::memory_order_relaxed))
+    const auto bit = static_cast<std::uint8_t>(1U << static_cast<unsigned>(form));
+    if ((formsOfText_.load(std::memory_order_relaxed) & bit) != 0)
         return true;
     const bool showsFragment = text_.size() > ranges_.queryEnd;
-    if (!isTextStored(Component::Path) || flags_.hasFragment != showsFragment
-        || !isSameIn(Form::Ascii, text_))
+    if (!hasComponents_ || flags_.hasFragment != showsFragment || !areStoredIn(form))
         return false;
-    textIsAsciiForm_.store(true, std::memory_order_relaxed);
+    formsOfText_.fetch_or(bit, std::memory_order_relaxed);
     return true;
 }
 
@@ -128,7 +142,7 @@ const String& TemplateIRI<String>::toNativeStringFromParts(const Encoding& encod
 {
     if (encoding == Encoding::Iri && hasSourceText_.load(std::memory_order_acquire))
         return text_;
-    if (encoding == Encoding::Ascii && isAsciiFormOfText())
+    if (!isStrict(encoding) && isTextIn(formRead(encoding)))
         return text_;
     if (isEmpty()) {
         static const String empty;

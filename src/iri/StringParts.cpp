@@ -70,11 +70,12 @@ void CellPlace<Coder>::store(std::u32string text, const Encoding& encoding,
 
 template <class Coder>
 template <class... Context>
-void CellPlace<Coder>::engage(std::u32string_view text, const Context&... context)
+void CellPlace<Coder>::engage(std::u32string_view text, const Encoding& encoding,
+                              const Context&... context)
 {
     if (get() != nullptr)
         return;
-    auto cell = std::make_unique<Cell>(std::u32string(text), Form::Iri, context...);
+    auto cell = std::make_unique<Cell>(std::u32string(text), formStored(encoding), context...);
     Cell* expected = nullptr;
     if (cell_.compare_exchange_strong(expected, cell.get(), std::memory_order_acq_rel))
         static_cast<void>(cell.release()); // owned by the place now
@@ -327,19 +328,15 @@ auto StringParts<String>::visit(Self& self, Component component, Function functi
 
 template <class String>
 void StringParts<String>::engage(Component component, std::u32string_view text,
-                                 const PathContext& context)
+                                 const Encoding& encoding, const PathContext& path,
+                                 bool formEncoded)
 {
     if (component == Component::Path)
-        path_.engage(text, context);
+        path_.engage(text, encoding, path);
+    else if (component == Component::Query)
+        query_.engage(text, encoding, QueryContext{formEncoded});
     else
-        visit(*this, component, [text](auto& place, const char*) { place.engage(text); });
-}
-
-template <class String>
-bool StringParts<String>::hasText(Component component) const noexcept
-{
-    return visit(*this, component,
-                 [](const auto& place, const char*) { return place.get() != nullptr; });
+        visit(*this, component, [&](auto& place, const char*) { place.engage(text, encoding); });
 }
 
 template <class String>
@@ -348,41 +345,6 @@ const String& StringParts<String>::get(Component component, const Encoding& enco
     return *visit(*this, component, [&encoding](const auto& place, const char* suffix) {
         return &read(place, encoding, suffix);
     });
-}
-
-template <class String>
-auto StringParts<String>::readStoredForm(Component component) const -> StoredForm
-{
-    return visit(*this, component, [](const auto& place, const char*) {
-        const auto* cell = place.get();
-        if (cell == nullptr)
-            throwNotSet("");
-        return StoredForm{cell->text(cell->primary()), encodingOf(cell->primary())};
-    });
-}
-
-template <class String>
-void StringParts<String>::set(Component component, String text, const Encoding& encoding,
-                              bool formEncoded)
-{
-    switch (component) {
-    case Component::UserInfo:
-        return setUserInfo(std::move(text), encoding);
-    case Component::Host:
-        return setHost(std::move(text), encoding);
-    case Component::Path:
-        return setPath(std::move(text), encoding);
-    case Component::Query:
-        return setQuery(std::move(text), encoding, formEncoded);
-    case Component::Fragment:
-        return setFragment(std::move(text), encoding);
-    }
-}
-
-template <class String>
-void StringParts<String>::clear(Component component) noexcept
-{
-    visit(*this, component, [](auto& place, const char*) { place.reset(); });
 }
 
 template class ZKFLNETWORK_API_TEMPLATE StringParts<std::u32string>;

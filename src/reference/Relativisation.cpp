@@ -39,7 +39,6 @@ public:
         checkPaths();
         assembly_.takeFragment(iri_);
         if (namesSameResource()) {
-            assembly_.setEmptyPath();
             assembly_.finish();
             return std::move(target_);
         }
@@ -62,8 +61,6 @@ public:
         }
         takeDifference(path);
         assembly_.finish();
-        if (assembly_.flags().pathIsEmpty)
-            assembly_.setEmptyPath();
         return std::move(target_);
     }
 
@@ -112,15 +109,8 @@ private:
     // Path and query as they are stored, behind which nothing remains to be decided.
     void takePathAndQuery()
     {
-        if (iri_.flags_.pathIsEmpty) {
-            assembly_.setEmptyPath();
-        } else {
-            assembly_.take(Component::Path, iri_);
-            ComponentFlags& flags = assembly_.flags();
-            flags.pathIsEmpty = false;
-            flags.pathHasDotSegments = iri_.pathHasDotSegments();
-            flags.hasAbsolutePath = iri_.hasAbsolutePath();
-        }
+        if (!iri_.flags_.pathIsEmpty)
+            assembly_.takePath(iri_);
         assembly_.takeQuery(iri_);
         assembly_.finish();
     }
@@ -163,7 +153,7 @@ private:
     void takePathDifference(View path)
     {
         if (base_.flags_.pathIsEmpty) {
-            assembly_.setDecodedPath(String(path), iri_.hasAbsolutePath());
+            assembly_.setDecodedPath(path, iri_.hasAbsolutePath());
             assembly_.flags().pathHasDotSegments = hasDotSegments(path);
             return;
         }
@@ -175,8 +165,9 @@ private:
 
     void setRelativePath(String&& path)
     {
-        assembly_.flags().pathHasDotSegments = hasDotSegments(path);
-        assembly_.setDecodedPath(std::move(path));
+        path_ = std::move(path);
+        assembly_.flags().pathHasDotSegments = hasDotSegments(path_);
+        assembly_.setDecodedPath({}, path_);
     }
 
     // The last segment of the path, named so that it does not take the base's query.
@@ -277,7 +268,7 @@ private:
     // "//", authority, path and query; empty for a value that has no path at all.
     static String schemeSpecificPart(const Iri& iri)
     {
-        return iri.hasStoredPath() ? iri.getNativeSsp(Encoding::Decoded) : String();
+        return iri.hasText(Component::Path) ? iri.getNativeSsp(Encoding::Decoded) : String();
     }
 
     static View decodedPath(const Iri& iri) { return iri.pathText(Encoding::Decoded); }
@@ -286,6 +277,7 @@ private:
     const Iri& base_;
     Iri target_;
     Assembly<String> assembly_;
+    String path_;
 };
 
 template <class String>

@@ -65,8 +65,6 @@ public:
         }
         assembly.takeFragment(reference_);
         assembly.finish();
-        if (assembly.flags().pathIsEmpty)
-            assembly.setEmptyPath();
         return target;
     }
 
@@ -78,13 +76,13 @@ private:
         if (reference_.pathHasDotSegments())
             setResolvedPath(assembly);
         else
-            assembly.setDecodedPath(String(decodedPath(reference_)), reference_.hasAbsolutePath());
+            assembly.setDecodedPath(decodedPath(reference_), reference_.hasAbsolutePath());
     }
 
     void takeBasePath(Assembly<String>& assembly)
     {
         if (!base_.flags_.pathIsEmpty)
-            assembly.setDecodedPath(String(decodedPath(base_)), base_.hasAbsolutePath());
+            assembly.setDecodedPath(decodedPath(base_), base_.hasAbsolutePath());
     }
 
     void takeReferenceOrBaseQuery(Assembly<String>& assembly)
@@ -104,9 +102,7 @@ private:
         }
         if (base_.hasAuthority() && base_.flags_.pathIsEmpty) {
             // Departure: dot segments stay on this branch.
-            String path(1, Iri::FORWARD_SLASH);
-            path.append(decodedPath(reference_));
-            assembly.setDecodedPath(std::move(path), true);
+            assembly.setDecodedPath(U"/", decodedPath(reference_));
             return;
         }
         if (reference_.pathHasDotSegments() || base_.pathHasDotSegments()) {
@@ -116,9 +112,7 @@ private:
         }
         const View basePath = decodedPath(base_);
         const std::size_t directory = basePath.rfind(Iri::FORWARD_SLASH) + 1; // 0 without a slash
-        String path(basePath.substr(0, directory));
-        path.append(decodedPath(reference_));
-        assembly.setDecodedPath(std::move(path));
+        assembly.setDecodedPath(basePath.substr(0, directory), decodedPath(reference_));
     }
 
     // The segments of the base without its last one. A path that cannot be split has none.
@@ -140,16 +134,12 @@ private:
     }
 
     // The reference's path, merged onto the segments gathered so far.
-    String resolvePathComponents()
+    void setResolvedPath(Assembly<String>& assembly)
     {
         reference::mergePathSegments(decodedPath(reference_), segments_, absolute_,
                                      reference_.pathHasDotSegments());
-        return reference::joinPathSegments(segments_);
-    }
-
-    void setResolvedPath(Assembly<String>& assembly)
-    {
-        assembly.setDecodedPath(resolvePathComponents());
+        path_ = reference::joinPathSegments(segments_);
+        assembly.setDecodedPath({}, path_);
     }
 
     static View decodedPath(const Iri& iri) { return iri.pathText(Encoding::Decoded); }
@@ -158,6 +148,7 @@ private:
     const Iri& base_;
     const bool absolute_; // whether a merged path begins with "/"
     reference::Segments segments_;
+    String path_;
 };
 
 template <class String>

@@ -58,9 +58,9 @@ namespace detail {
         template <class... Context>
         void store(std::u32string text, const Encoding& encoding, const Context&... context);
 
-        /// Puts a text in the form `Iri` here, if no thread has done so before.
+        /// Puts a text here, if no thread has done so before.
         template <class... Context>
-        void engage(std::u32string_view text, const Context&... context);
+        void engage(std::u32string_view text, const Encoding& encoding, const Context&... context);
 
         /// Makes the component absent.
         void reset() noexcept;
@@ -75,9 +75,6 @@ namespace detail {
 
     template <class String>
     class TemplateIRI;
-
-    template <class String>
-    class Assembly;
 
     /// The text of an IRI's user information, host, path, query and fragment.
     ///
@@ -180,30 +177,16 @@ namespace detail {
     private:
         friend class TemplateIRI<String>;
 
-        friend class Assembly<String>;
-
         template <class Rules>
         using Place = CellPlace<ComponentCoder<Rules>>;
 
-        /// A text with the form in which it is stored.
-        struct StoredForm {
-            const String& text;
-            Encoding encoding;
-        };
+        /// Stores a component, if it is absent. May run beside readers.
+        /// @param path         what the path knows of its neighbours; no other component asks
+        /// @param formEncoded  of the query; no other component asks
+        void engage(Component component, std::u32string_view text, const Encoding& encoding,
+                    const PathContext& path, bool formEncoded);
 
-        /// Stores a component in the form `Iri`, if it is absent. May run beside readers.
-        /// @param context  of the path; other components have no use for it
-        void engage(Component component, std::u32string_view text, const PathContext& context);
-
-        bool hasText(Component component) const noexcept;
         const String& get(Component component, const Encoding& encoding) const;
-
-        /// @throws std::runtime_error "Item not set"
-        StoredForm readStoredForm(Component component) const;
-
-        /// @param formEncoded  of the query; other components have no use for it
-        void set(Component component, String text, const Encoding& encoding, bool formEncoded);
-        void clear(Component component) noexcept;
 
         template <class Self, class Function>
         static auto visit(Self& self, Component component, Function function);

@@ -12,7 +12,15 @@
 #include <string>
 #include <string_view>
 
+namespace foundation::network::iri {
+
+struct PathContext;
+
+}
+
 namespace foundation::network::iri::detail {
+
+enum class Form : std::uint8_t;
 
 template <class It>
 struct Parts;
@@ -48,14 +56,18 @@ struct ComponentFlags {
     bool pathHasDotSegments = false; ///< of a built value; a parsed one looks at its text
     bool pathIsEmpty = true;         ///< or absent
     bool formEncoded = false;        ///< the query was put together from pairs
+    bool queryReadsAsForm = false;   ///< and is converted as such; mostly the same as formEncoded
+    bool partsAreEmpty = true;       ///< a built value was given a scheme and a port at most
+    ComponentSet plain;              ///< what the text holds decoded; the rest is as in an IRI
 };
 
 /// The working class behind `foundation::network::IRI`, which tells what the operations mean.
 ///
-/// A parsed value is its text, as one string, with the ranges of the components in it. Everything
+/// A value is one text, with the ranges of the components in it. That of a parsed value is the text
+/// that was parsed. That of a built value is laid out in the same way, but some components stand in
+/// it as plain text, in which anything may occur; only the ranges tell where they end. Everything
 /// else, which is other forms of components, whole texts in other forms and the hash, comes into
-/// being when somebody asks for it, and stays. A built value has no such text; its components are
-/// stored one by one.
+/// being when somebody asks for it, and stays.
 ///
 /// Any number of threads may call const members of one value: what they make is published whole, by
 /// one of them, and never changed afterwards. Assignment and `swap` may not run beside anything
@@ -204,7 +216,7 @@ private:
         Encoding encoding;
     };
 
-    /// What was made because somebody asked for it, and the components of a built value.
+    /// What was made because somebody asked for it.
     struct OnDemand;
 
     // Reading a text.
@@ -224,16 +236,18 @@ private:
 
     // Reading components.
 
-    bool isTextStored(Component component) const noexcept;
+    bool hasText(Component component) const noexcept;
+    std::size_t authorityBegin() const noexcept;
+    View textBetween(std::size_t begin, std::size_t end) const noexcept;
     View storedText(Component component) const noexcept;
     View schemeText() const noexcept;
     View portText() const noexcept;
+    bool isStoredIn(Form form, Component component) const noexcept;
     View componentText(Component component, const Encoding& encoding) const;
     View pathText(const Encoding& encoding) const;
     StoredText readStoredForm(Component component) const;
-    bool hasStoredPath() const noexcept;
     bool pathHasDotSegments() const noexcept;
-    const StringParts<String>& storedParts() const;
+    PathContext pathContext() const noexcept;
     const StringParts<String>& partsWith(Component component) const;
     OnDemand& onDemand() const;
 
@@ -242,7 +256,8 @@ private:
 
     // Writing texts.
 
-    bool isAsciiFormOfText() const noexcept;
+    bool areStoredIn(Form form) const noexcept;
+    bool isTextIn(Form form) const noexcept;
     View hostInAuthority(const Encoding& encoding) const;
     String getNativeAuthority(const Encoding& encoding) const;
     String getNativeSsp(const Encoding& encoding) const;
@@ -259,17 +274,19 @@ private:
 
     bool differsInSchemeOrPort(const TemplateIRI& other) const noexcept;
     bool differsInText(const TemplateIRI& other) const;
+    bool differsIn(Component component, const TemplateIRI& other) const;
+    bool differsInComponents(const TemplateIRI& other) const;
 
-    // A parsed value: the text that was parsed. A built value: its scheme, and ":" and its port, if
-    // it has one. The ranges say where they lie.
     String text_;
     ComponentRanges ranges_;
     ComponentFlags flags_;
     std::uint16_t portNumber_ = 0;
     std::atomic<bool> isEmpty_{true};
     std::atomic<bool> hasSourceText_{false};
-    bool isMovedFrom_ = false; // by assignment, which leaves the flags but not the texts
-    mutable std::atomic<bool> textIsAsciiForm_{false}; // and was read as such; then it stays so
+    bool hasComponents_ =
+        false; // in text_; not of a value that was moved from by assignment, which
+               // leaves the flags but not the text
+    mutable std::atomic<std::uint8_t> formsOfText_{0}; // which it is, and was read as: they stay so
     mutable LazyHash hash_;
     mutable std::atomic<OnDemand*> onDemand_{nullptr}; // owned; published once
 };
