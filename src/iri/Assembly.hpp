@@ -1,5 +1,8 @@
 #pragma once
 
+#include "iri/ComponentCoders.hpp"
+#include "iri/Reading.ipp"
+
 #include <foundation/network/iri/Encoding.hpp>
 #include <foundation/network/iri/detail/Component.hpp>
 #include <foundation/network/iri/detail/TemplateIRI.hpp>
@@ -150,7 +153,8 @@ public:
     static void dropFragment(Iri& iri) noexcept { iri.flags_.hasFragment = false; }
 
     /// Lays the text out and derives what follows from the components. Comes last.
-    void finish()
+    /// @param readsTheSame  whether the values whose components were taken all say so of theirs
+    void finish(bool readsTheSame = false)
     {
         writeText();
         iri_.hasComponents_ = true;
@@ -161,6 +165,8 @@ public:
         iri_.isEmpty_.store(flags.partsAreEmpty && !flags.hasScheme && !flags.hasPort,
                             std::memory_order_relaxed); // nobody else can see the value yet
         flags.hasAuthority = flags.hasHost;
+        flags.readsTheSame =
+            readsTheSame && !looksLikeScheme(iri_.storedText(Component::Path), iri_.pathContext());
         flags.isAbsolute = flags.hasScheme;
         flags.isOpaque = flags.hasScheme && !flags.hasAuthority && !flags.hasAbsolutePath;
     }

@@ -45,16 +45,7 @@ namespace {
         return bytes;
     }
 
-    // Whether there is a colon before the first slash, which would look like the end of a scheme
-    // (RFC 3986, 4.2).
-    bool showsColonAtFront(std::u32string_view path)
-    {
-        const auto found = std::find_if(path.begin(), path.end(),
-                                        [](char32_t c) { return c == U':' || c == U'/'; });
-        return found != path.end() && *found == U':';
-    }
-
-    // Escapes these colons.
+    // Escapes the colons before the first slash, which must not look like the end of a scheme.
     std::u32string escapeFirstSegmentColons(std::u32string_view path)
     {
         const std::size_t end = std::min(path.find(U'/'), path.size());
@@ -110,6 +101,12 @@ namespace {
         return false;
     }
 
+    template <class Context>
+    bool looksLikeScheme(std::u32string_view, const Context&) noexcept
+    {
+        return false;
+    }
+
     bool couldLookLikeScheme(const PathContext& context)
     {
         return context.standsAlone();
@@ -123,12 +120,21 @@ namespace {
 
 } // namespace
 
+bool looksLikeScheme(std::u32string_view path, const PathContext& context) noexcept
+{
+    if (!context.standsAlone())
+        return false;
+    const auto found =
+        std::find_if(path.begin(), path.end(), [](char32_t c) { return c == U':' || c == U'/'; });
+    return found != path.end() && *found == U':';
+}
+
 template <class Rules>
 bool ComponentCoder<Rules>::isSameInIri(std::u32string_view decoded,
                                         const Context& context) noexcept
 {
     static constexpr SameInIri<Rules> same;
-    if (isFormEncoded(context) || (couldLookLikeScheme(context) && showsColonAtFront(decoded)))
+    if (isFormEncoded(context) || looksLikeScheme(decoded, context))
         return false;
     return std::all_of(decoded.begin(), decoded.end(), same);
 }

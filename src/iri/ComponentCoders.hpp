@@ -29,6 +29,10 @@ struct PathContext {
     }
 };
 
+/// Whether a path shows a colon where that would end a scheme: before its first slash, with nothing
+/// in front of the path (RFC 3986, 4.2).
+bool looksLikeScheme(std::u32string_view path, const PathContext& context) noexcept;
+
 /// How the query was put together.
 struct QueryContext {
     bool formEncoded = false; ///< from pairs, as application/x-www-form-urlencoded has it

@@ -46,6 +46,7 @@ TemplateIRI<String>::TemplateIRI(const TemplateIRI& other)
     , hasSourceText_(other.hasSourceText_.load())
     , hasComponents_(other.hasComponents_)
     , formsOfText_(other.formsOfText_.load(std::memory_order_relaxed))
+    , dotSegments_(other.dotSegments_.load(std::memory_order_relaxed))
 {
     hash_.assign(other.hash_);
     if (const OnDemand* made = other.onDemand_.load(std::memory_order_acquire))
@@ -62,6 +63,7 @@ TemplateIRI<String>::TemplateIRI(TemplateIRI&& other) noexcept
     , hasSourceText_(other.hasSourceText_.load())
     , hasComponents_(other.hasComponents_)
     , formsOfText_(other.formsOfText_.load(std::memory_order_relaxed))
+    , dotSegments_(other.dotSegments_.load(std::memory_order_relaxed))
     , onDemand_(other.onDemand_.load(std::memory_order_relaxed)) // nobody else uses the source
 {
     other.onDemand_.store(nullptr, std::memory_order_relaxed);
@@ -108,6 +110,8 @@ TemplateIRI<String>& TemplateIRI<String>::operator=(TemplateIRI&& other)
     hasComponents_ = other.hasComponents_;
     formsOfText_.store(other.formsOfText_.load(std::memory_order_relaxed),
                        std::memory_order_relaxed);
+    dotSegments_.store(other.dotSegments_.load(std::memory_order_relaxed),
+                       std::memory_order_relaxed);
     hash_.assign(other.hash_);
     if (refresh)
         hash_.set(hash);
@@ -146,6 +150,7 @@ void TemplateIRI<String>::swap(TemplateIRI& other) noexcept
     exchange(isEmpty_, other.isEmpty_);
     exchange(hasSourceText_, other.hasSourceText_);
     exchange(formsOfText_, other.formsOfText_);
+    exchange(dotSegments_, other.dotSegments_);
     std::swap(hasComponents_, other.hasComponents_);
     hash_.swap(other.hash_);
     exchange(onDemand_, other.onDemand_);
@@ -161,6 +166,7 @@ void TemplateIRI<String>::clear() noexcept
     isEmpty_.store(true, std::memory_order_relaxed);
     hasSourceText_.store(false, std::memory_order_relaxed);
     formsOfText_.store(0, std::memory_order_relaxed);
+    dotSegments_.store(DotSegments::Unknown, std::memory_order_relaxed);
     hasComponents_ = false;
     hash_.leaveBehind();
     delete onDemand_.load(std::memory_order_relaxed);

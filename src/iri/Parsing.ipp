@@ -57,9 +57,11 @@ bool TemplateIRI<String>::readAscii(std::string_view ascii)
     const bool isReference = takeApart(first, last, [begin](text::AsciiIterator at) {
         return static_cast<std::size_t>(at.base() - begin);
     });
-    if (isReference)
-        text_ = text::widenAscii(ascii);
-    return isReference;
+    if (!isReference)
+        return false;
+    flags_.readsTheSame = ascii.find('%') == ascii.npos;
+    text_ = text::widenAscii(ascii);
+    return true;
 }
 
 template <class String>

@@ -163,6 +163,8 @@ inline bool isSameDecoded(std::u32string_view text, const QueryContext& query) n
 template <class String>
 bool TemplateIRI<String>::isStoredIn(Form form, Component component) const noexcept
 {
+    if (flags_.readsTheSame)
+        return true;
     const View text = storedText(component);
     const QueryContext query{component == Component::Query && flags_.queryReadsAsForm};
     if (flags_.plain.contains(component))
@@ -202,9 +204,14 @@ auto TemplateIRI<String>::pathText(const Encoding& encoding) const -> View
 template <class String>
 bool TemplateIRI<String>::pathHasDotSegments() const noexcept
 {
-    return hasComponents_ && hasSourceText_.load(std::memory_order_acquire)
-               ? hasDotSegments(storedText(Component::Path))
-               : flags_.pathHasDotSegments;
+    if (!hasComponents_ || !hasSourceText_.load(std::memory_order_acquire))
+        return flags_.pathHasDotSegments;
+    DotSegments known = dotSegments_.load(std::memory_order_relaxed);
+    if (known == DotSegments::Unknown) { // a base is asked once for each of its references
+        known = hasDotSegments(storedText(Component::Path)) ? DotSegments::Some : DotSegments::None;
+        dotSegments_.store(known, std::memory_order_relaxed);
+    }
+    return known == DotSegments::Some;
 }
 
 template <class String>

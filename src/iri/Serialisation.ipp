@@ -109,6 +109,8 @@ String TemplateIRI<String>::buildText(const Encoding& encoding, bool strictRest)
 template <class String>
 bool TemplateIRI<String>::areStoredIn(Form form) const noexcept
 {
+    if (flags_.readsTheSame)
+        return true;
     if (hasSourceText_.load(std::memory_order_acquire) && form == Form::Ascii)
         return isSameInAscii(text_); // in one pass
     for (const Component component : {Component::UserInfo, Component::Host, Component::Path,
@@ -190,8 +192,10 @@ std::u16string TemplateIRI<String>::toAsciiString(bool strict) const
 template <class String>
 std::string TemplateIRI<String>::toStringUtf8(const Encoding& encoding) const
 {
-    return core::except::asInternalRuntimeError(
-        [&] { return text::toUtf8(toNativeStringFromParts(encoding)); });
+    return core::except::asInternalRuntimeError([&] {
+        const String& text = toNativeStringFromParts(encoding);
+        return flags_.readsTheSame ? text::narrowAscii(text) : text::toUtf8(text);
+    });
 }
 
 template <class String>

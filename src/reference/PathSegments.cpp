@@ -139,11 +139,19 @@ std::u32string joinPathSegments(const Segments& segments)
 
 std::u32string removeRelativePathSegments(std::u32string_view path, bool absolute)
 {
+    std::u32string made;
+    return std::u32string(withoutDotSegments(path, absolute, made));
+}
+
+std::u32string_view withoutDotSegments(std::u32string_view path, bool absolute,
+                                       std::u32string& made)
+{
     if (!iri::hasDotSegments(path))
-        return std::u32string(path);
+        return path;
     Segments segments;
     mergePathSegments(path, segments, absolute, true);
-    return joinPathSegments(segments);
+    made = joinPathSegments(segments);
+    return made;
 }
 
 } // namespace foundation::network::reference

@@ -36,4 +36,8 @@ std::u32string joinPathSegments(const Segments& segments);
 /// @param absolute  whether the result begins with "/", if there was something to remove
 std::u32string removeRelativePathSegments(std::u32string_view path, bool absolute);
 
+/// The same without a copy: a view of @p path, or of @p made, which then holds what was made.
+std::u32string_view withoutDotSegments(std::u32string_view path, bool absolute,
+                                       std::u32string& made);
+
 } // namespace foundation::network::reference

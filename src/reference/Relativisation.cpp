@@ -8,6 +8,7 @@
 #include "iri/Serialisation.ipp"
 #include "iri/grammar/PathSegmentGrammar.hpp"
 #include "reference/PathSegments.hpp"
+#include "text/Comparing.hpp"
 
 #include <foundation/network/iri/detail/TemplateIRI.hpp>
 
@@ -30,6 +31,7 @@ public:
     Relativisation(const Iri& iri, const Iri& base)
         : iri_(iri)
         , base_(base)
+        , readsTheSame_(iri.flags_.readsTheSame && base.flags_.readsTheSame)
         , assembly_(target_)
     {
     }
@@ -39,7 +41,7 @@ public:
         checkPaths();
         assembly_.takeFragment(iri_);
         if (namesSameResource()) {
-            assembly_.finish();
+            assembly_.finish(readsTheSame_);
             return std::move(target_);
         }
         // Read before anything is decided, so that a path that cannot be decoded fails on every
@@ -60,7 +62,7 @@ public:
             return std::move(target_);
         }
         takeDifference(path);
-        assembly_.finish();
+        assembly_.finish(readsTheSame_);
         return std::move(target_);
     }
 
@@ -87,15 +89,19 @@ private:
 
     bool namesSameResource() const
     {
+        String ofIri;
+        String ofBase;
         return iri_.schemeText() == base_.schemeText()
-               && schemeSpecificPart(iri_) == schemeSpecificPart(base_);
+               && text::areEqual(schemeSpecificPart(iri_, ofIri),
+                                 schemeSpecificPart(base_, ofBase));
     }
 
     bool authoritiesDiffer() const
     {
+        String ofIri;
+        String ofBase;
         return iri_.hasAuthority()
-               && iri_.getNativeAuthority(Encoding::Decoded)
-                      != base_.getNativeAuthority(Encoding::Decoded);
+               && !text::areEqual(decodedAuthority(iri_, ofIri), decodedAuthority(base_, ofBase));
     }
 
     void takeWhole()
@@ -112,7 +118,7 @@ private:
         if (!iri_.flags_.pathIsEmpty)
             assembly_.takePath(iri_);
         assembly_.takeQuery(iri_);
-        assembly_.finish();
+        assembly_.finish(readsTheSame_);
     }
 
     // Scheme and authority are the base's, and stripped.
@@ -157,7 +163,7 @@ private:
             assembly_.flags().pathHasDotSegments = hasDotSegments(path);
             return;
         }
-        if (decodedPath(base_) != path)
+        if (!text::areEqual(decodedPath(base_), path))
             setRelativePath(getRelativePath());
         else if (base_.hasQuery() && !iri_.hasQuery())
             setRelativePath(getMinimalRelativePath());
@@ -189,70 +195,75 @@ private:
         // A parsed value is compared as it is written, a built one as it is stored.
         if (!iri_.hasSourceText_.load())
             return relativePath(Encoding::Decoded);
-        const String written = relativePath(Encoding::Iri);
+        String written = relativePath(Encoding::Iri);
+        if (readsTheSame_)
+            return written;
         return PathCoder::iriToDecoded(written, {}).value_or(String());
     }
 
     String relativePath(const Encoding& encoding) const
     {
-        const String from = reference::removeRelativePathSegments(base_.pathText(encoding),
-                                                                  base_.hasAbsolutePath());
-        String to =
-            reference::removeRelativePathSegments(iri_.pathText(encoding), iri_.hasAbsolutePath());
-        if (from == to)
+        String ofBase;
+        String ofIri;
+        const View from = reference::withoutDotSegments(base_.pathText(encoding),
+                                                        base_.hasAbsolutePath(), ofBase);
+        const View to =
+            reference::withoutDotSegments(iri_.pathText(encoding), iri_.hasAbsolutePath(), ofIri);
+        if (text::areEqual(from, to))
             return {};
-        reference::Segments fromSegments;
-        reference::Segments toSegments;
-        grammar::splitPathSegments(from, fromSegments);
-        if (fromSegments.empty()) // no path, or one that cannot be split
-            return to;
-        grammar::splitPathSegments(to, toSegments);
-        const bool baseIsInRoot = fromSegments.size() == 1;
-        if (baseIsInRoot && from.starts_with(Iri::FORWARD_SLASH) && !toSegments.empty()
+        const std::size_t fromSize = grammar::countPathSegments(from);
+        if (fromSize == 0) // no path, or one that cannot be split
+            return String(to);
+        const std::size_t toSize = grammar::countPathSegments(to);
+        const bool baseIsInRoot = fromSize == 1;
+        if (baseIsInRoot && from.starts_with(Iri::FORWARD_SLASH) && toSize != 0
             && to.starts_with(Iri::FORWARD_SLASH))
-            return to.substr(1);
-        return withoutLeadingDot(climb(fromSegments, toSegments, to));
-    }
+            return String(to.substr(1));
 
-    String climb(const reference::Segments& from, const reference::Segments& to,
-                 const String& path) const
-    {
-        const std::size_t common = commonSegments(from, to);
-        String result;
-        if (common == 0) {
-            const std::size_t count = std::max<std::size_t>(1, from.size() - 1);
-            for (std::size_t i = 0; i < count; ++i)
-                result.append(U"../");
-            const bool skipSlash = iri_.hasAbsolutePath() && !path.empty();
-            return result.append(path, skipSlash ? 1 : 0);
-        }
-        result = upwards(from, common);
-        if (!to[common].starts_with(Iri::FORWARD_SLASH))
-            result.push_back(Iri::FORWARD_SLASH);
-        for (std::size_t i = common; i < to.size(); ++i)
-            result.append(to[i]);
+        View rest = to;
+        const std::size_t common = takeCommonSegments(from, fromSize, rest, toSize);
+        String result = common == 0 ? climbToTop(fromSize, to)
+                                    : upwards(from, fromSize - common).append(separated(rest));
+        if (result.size() >= 3 && result.starts_with(U"./"))
+            result.erase(0, 2);
         return result;
     }
 
-    // How many segments are the same from the start. The last one of the shorter list never counts.
-    static std::size_t commonSegments(const reference::Segments& from,
-                                      const reference::Segments& to)
+    // Takes off @p to, and counts, the segments that are the same from the start. The last one of
+    // the shorter path never counts.
+    static std::size_t takeCommonSegments(View from, std::size_t fromSize, View& to,
+                                          std::size_t toSize)
     {
-        const std::size_t shorter = std::min(from.size(), to.size());
         std::size_t common = 0;
-        while (common + 1 < shorter && from[common] == to[common])
-            ++common;
+        for (const std::size_t shorter = std::min(fromSize, toSize); common + 1 < shorter;
+             ++common) {
+            View rest = to;
+            if (!text::areEqual(grammar::takePathSegment(from), grammar::takePathSegment(rest)))
+                break;
+            to = rest;
+        }
         return common;
     }
 
-    // The way from the base up to where the paths part. From a base three or more segments below,
-    // without a slash at its end, this is one step short; that is meant.
-    static String upwards(const reference::Segments& from, std::size_t common)
+    // The whole path, from above all folders of the base.
+    String climbToTop(std::size_t fromSize, View to) const
     {
-        const std::size_t below = from.size() - common;
+        const std::size_t count = std::max<std::size_t>(1, fromSize - 1);
+        String result;
+        for (std::size_t i = 0; i < count; ++i)
+            result.append(U"../");
+        const bool skipSlash = iri_.hasAbsolutePath() && !to.empty();
+        return result.append(to.substr(skipSlash ? 1 : 0));
+    }
+
+    // The way from the base up to where the paths part, @p below segments further up. From a base
+    // three or more segments below, without a slash at its end, this is one step short; that is
+    // meant.
+    static String upwards(View from, std::size_t below)
+    {
         if (below == 1)
             return String(1, Iri::FULL_STOP);
-        const bool endsInSlash = from.back() == U"/";
+        const bool endsInSlash = from.back() == Iri::FORWARD_SLASH;
         const std::size_t count = endsInSlash ? below - 1 : below - 2;
         String result = U"..";
         for (std::size_t i = 1; i < count; ++i)
@@ -260,21 +271,40 @@ private:
         return result;
     }
 
-    static String withoutLeadingDot(String path)
+    // What goes on behind a segment, with the slash that parts it from that.
+    static String separated(View rest)
     {
-        return path.size() >= 3 && path.starts_with(U"./") ? path.substr(2) : path;
+        String result;
+        if (!rest.starts_with(Iri::FORWARD_SLASH))
+            result.push_back(Iri::FORWARD_SLASH);
+        return result.append(rest);
     }
 
-    // "//", authority, path and query; empty for a value that has no path at all.
-    static String schemeSpecificPart(const Iri& iri)
+    // "//", authority, path and query; empty for a value that has no path at all. A view of the
+    // value's text, if that has them as plain text, or else of @p made.
+    static View schemeSpecificPart(const Iri& iri, String& made)
     {
-        return iri.hasText(Component::Path) ? iri.getNativeSsp(Encoding::Decoded) : String();
+        if (!iri.hasText(Component::Path))
+            return {};
+        if (iri.areStoredIn(Form::Decoded))
+            return iri.textBetween(iri.ranges_.schemeEnd + (iri.hasScheme() ? 1 : 0),
+                                   iri.ranges_.queryEnd);
+        return made = iri.getNativeSsp(Encoding::Decoded);
+    }
+
+    // The same of the authority, which the value has.
+    static View decodedAuthority(const Iri& iri, String& made)
+    {
+        if (iri.hasText(Component::Host) && iri.areStoredIn(Form::Decoded))
+            return iri.textBetween(iri.authorityBegin(), iri.ranges_.pathBegin);
+        return made = iri.getNativeAuthority(Encoding::Decoded);
     }
 
     static View decodedPath(const Iri& iri) { return iri.pathText(Encoding::Decoded); }
 
     const Iri& iri_;
     const Iri& base_;
+    const bool readsTheSame_;
     Iri target_;
     Assembly<String> assembly_;
     String path_;

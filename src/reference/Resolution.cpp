@@ -64,7 +64,7 @@ public:
             assembly.takeScheme(base_);
         }
         assembly.takeFragment(reference_);
-        assembly.finish();
+        assembly.finish(reference_.flags_.readsTheSame && base_.flags_.readsTheSame);
         return target;
     }
 

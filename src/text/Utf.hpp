@@ -29,6 +29,9 @@ std::optional<char16_t> decodeUtf16(std::u16string_view utf16, std::u32string& r
 /// @param ascii  for which `isAllAscii` holds
 std::u32string widenAscii(std::string_view ascii);
 
+/// The same text in bytes. It must be ASCII.
+std::string narrowAscii(std::u32string_view ascii);
+
 /// UTF-8 to UTF-32.
 /// @throws AnonymousInternalException<std::exception> "Invalid UTF-8 sequence encountered while
 ///         trying to encode UTF-32 character"

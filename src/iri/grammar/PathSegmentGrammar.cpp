@@ -48,32 +48,52 @@ namespace {
         return false;
     }
 
+    // path = ( segment-body / slash-segment / terminal-slash / double-slash-segment )
+    //        *slash-segment [ terminal-slash ]
+    template <class Keep>
+    bool path(Cursor<It>& at, Keep keep)
+    {
+        It start = at.position();
+        const auto keepSegment = [&] {
+            keep(std::u32string_view(start, at.position()));
+            start = at.position();
+        };
+        if (!segmentBody(at) && !slashSegment(at) && !terminalSlash(at) && !doubleSlashSegment(at))
+            return false;
+        keepSegment();
+        while (slashSegment(at))
+            keepSegment();
+        if (terminalSlash(at))
+            keepSegment();
+        return at.atEnd();
+    }
+
 } // namespace
 
-// path = ( segment-body / slash-segment / terminal-slash / double-slash-segment )
-//        *slash-segment [ terminal-slash ]
-bool splitPathSegments(std::u32string_view path, std::vector<std::u32string>& segments)
+bool splitPathSegments(std::u32string_view text, std::vector<std::u32string>& segments)
 {
-    Cursor at(path.begin(), path.end());
+    Cursor at(text.begin(), text.end());
     std::vector<std::u32string> found;
-    It start = at.position();
-    const auto keep = [&] {
-        found.emplace_back(start, at.position());
-        start = at.position();
-    };
-
-    if (!segmentBody(at) && !slashSegment(at) && !terminalSlash(at) && !doubleSlashSegment(at))
+    if (!path(at, [&found](std::u32string_view segment) { found.emplace_back(segment); }))
         return false;
-    keep();
-    while (slashSegment(at))
-        keep();
-    if (terminalSlash(at))
-        keep();
-    if (!at.atEnd())
-        return false;
-
     segments = std::move(found);
     return true;
+}
+
+std::size_t countPathSegments(std::u32string_view text) noexcept
+{
+    Cursor at(text.begin(), text.end());
+    std::size_t count = 0;
+    return path(at, [&count](std::u32string_view) { ++count; }) ? count : 0;
+}
+
+std::u32string_view takePathSegment(std::u32string_view& rest) noexcept
+{
+    const std::size_t body = rest.find_first_not_of(U'/');
+    const std::size_t size = body == rest.npos ? rest.size() : rest.find(U'/', body);
+    const std::u32string_view segment = rest.substr(0, size);
+    rest.remove_prefix(segment.size());
+    return segment;
 }
 
 } // namespace foundation::network::iri::grammar

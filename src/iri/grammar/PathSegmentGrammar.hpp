@@ -1,18 +1,25 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
 
-namespace foundation::network::iri::grammar {
-
-/// Splits a path into segments that carry their leading slash, so that their concatenation is the
-/// path.
+/// Segments that carry their leading slash, so that their concatenation is the path.
 ///
 /// A path may begin with a segment without a slash, with one slash or with two, and may end in a
 /// slash; an empty segment anywhere else, and the empty path, are not splittable.
+namespace foundation::network::iri::grammar {
+
+/// Splits a path into its segments.
 ///
 /// @returns whether the path could be split; if not, @p segments is left as it was
 bool splitPathSegments(std::u32string_view path, std::vector<std::u32string>& segments);
+
+/// How many segments a path has; none, if it cannot be split.
+std::size_t countPathSegments(std::u32string_view path) noexcept;
+
+/// Takes the first segment off what is left of a path that can be split, and gives it.
+std::u32string_view takePathSegment(std::u32string_view& rest) noexcept;
 
 } // namespace foundation::network::iri::grammar

@@ -58,8 +58,12 @@ struct ComponentFlags {
     bool formEncoded = false;        ///< the query was put together from pairs
     bool queryReadsAsForm = false;   ///< and is converted as such; mostly the same as formEncoded
     bool partsAreEmpty = true;       ///< a built value was given a scheme and a port at most
+    bool readsTheSame = false;       ///< ASCII without "%": all forms are as the text has them
     ComponentSet plain;              ///< what the text holds decoded; the rest is as in an IRI
 };
+
+/// What is known about the dot segments of a path.
+enum class DotSegments : std::uint8_t { Unknown, None, Some };
 
 /// The working class behind `foundation::network::IRI`, which tells what the operations mean.
 ///
@@ -287,6 +291,7 @@ private:
         false; // in text_; not of a value that was moved from by assignment, which
                // leaves the flags but not the text
     mutable std::atomic<std::uint8_t> formsOfText_{0}; // which it is, and was read as: they stay so
+    mutable std::atomic<DotSegments> dotSegments_{DotSegments::Unknown}; // in a parsed text's path
     mutable LazyHash hash_;
     mutable std::atomic<OnDemand*> onDemand_{nullptr}; // owned; published once
 };
