@@ -50,6 +50,8 @@ constexpr char32_t codePointAt(const char* at) noexcept
     const unsigned char lead = byteAt(at);
     if (lead < 0x80)
         return lead;
+    if (isContinuation(lead)) // announces nothing: what stands behind it may be the end
+        return NO_CODE_POINT;
     char32_t value = 0;
     return decodeSequence(at, continuationCount(lead), value) ? value : NO_CODE_POINT;
 }

@@ -66,6 +66,29 @@ TEST(CodePointIterator, walksOverUtf8)
     }
 }
 
+// A constant expression that reads past an array does not compile.
+TEST(CodePointIterator, readsNothingBehindTheText)
+{
+    static constexpr char continuation[] = {'\x80'};
+    static constexpr char lastContinuation[] = {'\xBF'};
+    static constexpr char16_t low[] = {0xDC00};
+    static constexpr char16_t lastLow[] = {0xDFFF};
+    static_assert(codePointAt(continuation) == NO_CODE_POINT);
+    static_assert(codePointAt(lastContinuation) == NO_CODE_POINT);
+    static_assert(codePointAt(low) == NO_CODE_POINT);
+    static_assert(codePointAt(lastLow) == NO_CODE_POINT);
+
+    for (int byte = 0; byte < 0x100; ++byte) {
+        // Behind the end of the view stands what would go on.
+        const char text[] = {static_cast<char>(byte), '\x90', '\x80', '\x80'};
+        const std::string_view one(text, 1);
+        const std::u32string expected = byte < 0x80 ? std::u32string(1, static_cast<char32_t>(byte))
+                                        : byte < 0xC0 ? defect
+                                                      : U"ends inside";
+        EXPECT_EQ(walk(one), expected) << byte;
+    }
+}
+
 TEST(CodePointIterator, walksOverUtf16)
 {
     struct Row {
