@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
 #include <string_view>
 #include <type_traits>
 
@@ -30,20 +32,25 @@ template <class Unit>
 bool isAllBelow(char32_t powerOfTwo, std::basic_string_view<Unit> text) noexcept
 {
     using Bits = std::make_unsigned_t<Unit>;
-    const Unit* const in = text.data();
-    Bits bits = 0;
-    if (text.size() < detail::BLOCK) {
+    // The units of a word stay where they are until the end, so that none has to be moved for it.
+    using Word = std::uint64_t;
+    constexpr std::size_t UNITS = sizeof(Word) / sizeof(Unit);
+    constexpr Word ONES = ~Word{0} / static_cast<Bits>(-1); // 1 in each unit of a word
+    const auto wordAt = [&text](std::size_t index) {
+        Word word = 0;
+        std::memcpy(&word, text.data() + index, sizeof word);
+        return word;
+    };
+    Word bits = 0;
+    if (text.size() < UNITS) {
         for (const Unit unit : text)
             bits |= static_cast<Bits>(unit);
     } else {
-        detail::forEachBlock(text.size(), [&bits, in](std::size_t begin) {
-            Bits ofBlock = 0;
-            for (std::size_t i = 0; i < detail::BLOCK; ++i)
-                ofBlock |= static_cast<Bits>(in[begin + i]);
-            bits |= ofBlock;
-        });
+        for (std::size_t index = 0; index < text.size() - UNITS; index += UNITS)
+            bits |= wordAt(index);
+        bits |= wordAt(text.size() - UNITS); // some of it for the second time
     }
-    return bits < powerOfTwo;
+    return (bits & (ONES * static_cast<Bits>(-powerOfTwo))) == 0;
 }
 
 /// The units of a text, each as one of another size that can hold it.
