@@ -3,11 +3,15 @@
 #include "iri/grammar/Characters.hpp"
 #include "iri/grammar/PercentDecodeGrammar.hpp"
 #include "text/HexDigits.hpp"
+#include "text/SameUnits.hpp"
 #include "text/Utf.hpp"
+#include "text/WellFormed.hpp"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cstddef>
+#include <cstdint>
 #include <utility>
 
 namespace foundation::network::iri {
@@ -99,6 +103,46 @@ namespace {
         return ones >= 2 && ones <= 6 ? ones : 0;
     }
 
+    // The value of each hexadecimal digit, and of all else in ASCII a number that is no digit's.
+    constexpr std::array<std::uint8_t, 0x80> DIGIT_VALUES = [] {
+        std::array<std::uint8_t, 0x80> values{};
+        for (char32_t c = 0; c < values.size(); ++c)
+            values[c] =
+                text::isHexDigit(c) ? static_cast<std::uint8_t>(text::hexDigitValue(c)) : 0xFF;
+        return values;
+    }();
+
+    // Narrows the ASCII characters before the next "%", eight at a time while they last, and moves
+    // both positions past them.
+    void narrowUnescaped(const char32_t*& at, const char32_t* end, char*& out) noexcept
+    {
+        constexpr std::ptrdiff_t STEP = 8;
+        while (end - at >= STEP) {
+            unsigned escapes = 0;
+            for (std::ptrdiff_t i = 0; i < STEP; ++i)
+                escapes |= unsigned{at[i] == U'%'};
+            if (escapes != 0)
+                break;
+            for (std::ptrdiff_t i = 0; i < STEP; ++i)
+                out[i] = static_cast<char>(at[i]);
+            at += STEP;
+            out += STEP;
+        }
+        while (at != end && *at != U'%')
+            *out++ = static_cast<char>(*at++);
+    }
+
+    // The value of the escape that begins here, or a number above 0xFF if none does.
+    unsigned escapeAt(const char32_t* at, const char32_t* end) noexcept
+    {
+        constexpr unsigned NONE = 0x100;
+        if (end - at < 3)
+            return NONE;
+        const unsigned high = DIGIT_VALUES[at[1]];
+        const unsigned low = DIGIT_VALUES[at[2]];
+        return (high | low) < 0x10 ? high * 0x10 + low : NONE;
+    }
+
 } // namespace
 
 std::u32string protectEscapes(std::u32string_view text)
@@ -163,6 +207,38 @@ std::optional<std::u32string> decodeEscapes(std::u32string_view text, std::u32st
     result.reserve(text.size());
     auto first = text.begin();
     if (!grammar::percentDecode(first, text.end(), keep, result) || first != text.end())
+        return std::nullopt;
+    return result;
+}
+
+std::optional<std::string> decodeAsciiToUtf8(std::u32string_view text)
+{
+    if (!text::isAllBelow(0x80, text))
+        return std::nullopt;
+    const char32_t* at = text.data();
+    const char32_t* const end = at + text.size();
+    std::string result(text.size(), '\0');
+    char* out = result.data();
+    unsigned highest = 0;
+    for (;;) {
+        narrowUnescaped(at, end, out);
+        if (at == end)
+            break;
+        do { // an escape seldom comes alone
+            // A branch, since the way on would wait for a choice.
+            if (const unsigned value = escapeAt(at, end); value <= 0xFF) {
+                *out++ = static_cast<char>(value);
+                highest = std::max(highest, value);
+                at += 3;
+            } else {
+                *out++ = static_cast<char>(*at++);
+            }
+        } while (at != end && *at == U'%');
+    }
+    result.resize(static_cast<std::size_t>(out - result.data()));
+    // A lead byte from F8 up stands for another one; see `text::decodeUtf8`.
+    if (highest >= 0xF8
+        || (highest >= 0x80 && text::wellFormedLength(std::string_view(result)) != result.size()))
         return std::nullopt;
     return result;
 }

@@ -53,6 +53,11 @@ std::u32string encodeNonAscii(std::u32string_view text);
 /// @returns nothing if the text is empty or holds a value above U+10FFFF
 std::optional<std::u32string> decodeEscapes(std::u32string_view text, std::u32string_view keep);
 
+/// The UTF-8 that an ASCII text denotes once its escapes are undone, in one pass and without an
+/// intermediate text. What this cannot tell, the other steps do.
+/// @returns nothing if the text is not ASCII or denotes what is not UTF-8
+std::optional<std::string> decodeAsciiToUtf8(std::u32string_view text);
+
 /// Bytes that can be read as UTF-8, but for five and six byte sequences and wrong values.
 struct RepairedUtf8 {
     std::string bytes;

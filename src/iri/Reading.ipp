@@ -14,6 +14,9 @@
 
 #include <memory>
 #include <stdexcept>
+#include <string>
+#include <type_traits>
+#include <utility>
 
 namespace foundation::network::iri::detail {
 
@@ -220,6 +223,14 @@ auto TemplateIRI<String>::readComponent(Component component, const Encoding& enc
                                         Convert convert) const
 {
     return core::except::asInternalRuntimeError([&] {
+        // Escapes in ASCII are undone for about what a copy costs, so nothing is kept for them.
+        if constexpr (std::is_same_v<decltype(convert(View())), std::string>) {
+            const bool readsAsForm = component == Component::Query && flags_.queryReadsAsForm;
+            if (encoding == Encoding::Decoded && hasText(component)
+                && !flags_.plain.contains(component) && !readsAsForm)
+                if (auto decoded = decodeAsciiToUtf8(storedText(component)))
+                    return *std::move(decoded);
+        }
         const View text = componentText(component, encoding);
         // User information is never repaired; the brackets of an address in the host stay.
         if (!isStrict(encoding) || component == Component::UserInfo)

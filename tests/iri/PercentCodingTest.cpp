@@ -4,10 +4,12 @@
 #include "iri/ComponentCoders.hpp"
 #include "iri/NaiveCoding.hpp"
 #include "text/Failure.hpp"
+#include "text/Utf.hpp"
 
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -276,6 +278,72 @@ namespace {
             ASSERT_EQ(decodeEscapes(text, {}), naive::decodeEscapes(text, {}));
             ASSERT_EQ(decodeEscapes(text, U"%$"), naive::decodeEscapes(text, U"%$"));
         });
+    }
+
+    // By the other steps: the bytes, if they are UTF-8 and read back as they are.
+    std::optional<std::string> decodedInSteps(const Text& text)
+    {
+        const Text elements = decodeEscapes(text, {}).value_or(Text());
+        std::string bytes;
+        for (const char32_t element : elements)
+            bytes.push_back(static_cast<char>(element));
+        Text characters;
+        if (!text::decodeUtf8(bytes, characters) || text::toUtf8(characters) != bytes)
+            return std::nullopt;
+        return bytes;
+    }
+
+    TEST(DecodeAsciiToUtf8, undoesEscapesOfUtf8)
+    {
+        EXPECT_EQ(decodeAsciiToUtf8(U""), "");
+        EXPECT_EQ(decodeAsciiToUtf8(U"a title"), "a title");
+        EXPECT_EQ(decodeAsciiToUtf8(U"a%20title"), "a title");
+        EXPECT_EQ(decodeAsciiToUtf8(U"%C3%A9%e4%Be%8b%F0%9F%98%80"), "é例😀");
+        EXPECT_EQ(decodeAsciiToUtf8(U"100%, 50%zz, %4, %"), "100%, 50%zz, %4, %");
+        EXPECT_EQ(decodeAsciiToUtf8(U"%2541"), "%41"); // never twice
+        EXPECT_EQ(decodeAsciiToUtf8(U"a%00b"), std::string("a\0b", 3));
+    }
+
+    TEST(DecodeAsciiToUtf8, leavesTheRestToTheOthers)
+    {
+        for (const char32_t* text : {U"é", U"a%41é", U"%C3é", U"%E9", U"%C3", U"%C3%A9%A9",
+                                     U"%C0%80", U"%ED%A0%80", U"%F4%90%80%80", U"%F8%90%80%80",
+                                     U"%FF%90%80%80", U"%F8%88%80%80%80", U"%\x80", U"%4\x80"}) {
+            SCOPED_TRACE(testing::PrintToString(Text(text)));
+            EXPECT_EQ(decodeAsciiToUtf8(text), std::nullopt);
+        }
+        EXPECT_EQ(decodeAsciiToUtf8(Text(1, 0x110000)), std::nullopt);
+        EXPECT_EQ(decodeAsciiToUtf8(Text(1, 0xFFFFFFFF)), std::nullopt);
+    }
+
+    TEST(DecodeAsciiToUtf8, isThatOfTheOtherSteps)
+    {
+        forAllTexts(Text(U"%24aCf"), 6, [](const Text& text) {
+            ASSERT_EQ(decodeAsciiToUtf8(text), decodedInSteps(text));
+        });
+        // Two and three bytes of every kind, where eight characters are taken at a time.
+        const auto escaped = [](unsigned byte) {
+            constexpr std::u32string_view DIGITS = U"0123456789abcdef";
+            return Text{U'%', DIGITS[byte / 16], DIGITS[byte % 16]};
+        };
+        constexpr unsigned continuations[] = {0x41, 0x7F, 0x80, 0x8F, 0x90,
+                                              0x9F, 0xA0, 0xBF, 0xC0, 0xFF};
+        for (unsigned lead = 0; lead < 0x100; ++lead)
+            for (const unsigned second : continuations)
+                for (const unsigned third : continuations) {
+                    const Text two = escaped(lead) + escaped(second);
+                    const Text three = two + escaped(third);
+                    ASSERT_EQ(decodeAsciiToUtf8(two), decodedInSteps(two)) << lead;
+                    ASSERT_EQ(decodeAsciiToUtf8(three), decodedInSteps(three)) << lead;
+                    ASSERT_EQ(decodeAsciiToUtf8(three + escaped(0x80)),
+                              decodedInSteps(three + escaped(0x80)))
+                        << lead;
+                }
+        for (std::size_t before = 0; before <= 20; ++before)
+            for (std::size_t behind = 0; behind <= 20; ++behind) {
+                const Text text = Text(before, U'x') + U"%C3%a9%%" + Text(behind, U'7');
+                ASSERT_EQ(decodeAsciiToUtf8(text), decodedInSteps(text)) << before << behind;
+            }
     }
 
     TEST(EncodeNonAscii, escapesSpaceControlsAndWhatIsNotAscii)
