@@ -25,6 +25,34 @@ namespace {
         result.push_back(static_cast<unsigned char>(text::hexDigit(byte & 0xFU)));
     }
 
+    // Writes an escape; gives the place behind it.
+    char32_t* putEscape(char32_t* out, char32_t byte) noexcept
+    {
+        out[0] = U'%';
+        out[1] = static_cast<unsigned char>(text::hexDigit(byte >> 4));
+        out[2] = static_cast<unsigned char>(text::hexDigit(byte & 0xFU));
+        return out + 3;
+    }
+
+    // Writes the escapes of all bytes of a character in UTF-8; gives the place behind them. The
+    // characters of most scripts take two or three bytes and are written without a call.
+    char32_t* putEscaped(char32_t* out, char32_t c)
+    {
+        const auto continuation = [c](unsigned shift) { return 0x80U | ((c >> shift) & 0x3FU); };
+        if (c < 0x80)
+            return putEscape(out, c);
+        if (c < 0x800)
+            return putEscape(putEscape(out, 0xC0U | (c >> 6)), continuation(0));
+        if (c < 0x10000) {
+            out = putEscape(out, 0xE0U | (c >> 12));
+            return putEscape(putEscape(out, continuation(6)), continuation(0));
+        }
+        const text::Utf8Sequence utf8 = text::encodeUtf8(c);
+        for (const char byte : utf8.view())
+            out = putEscape(out, static_cast<unsigned char>(byte));
+        return out;
+    }
+
     // The escapes of all bytes of a character in UTF-8.
     void appendEscaped(std::u32string& result, char32_t character)
     {
@@ -179,24 +207,15 @@ std::u32string encodeNonAscii(std::u32string_view text)
     // Every byte becomes three characters.
     std::size_t size = 0;
     for (const char32_t c : text)
-        size +=
-            isShown(c)
-                ? 1U
-                : 3U + 3U * (unsigned{c >= 0x80} + unsigned{c >= 0x800} + unsigned{c >= 0x10000});
+        size += 1U + 2U * unsigned{!isShown(c)}
+                + 3U * (unsigned{c >= 0x80} + unsigned{c >= 0x800} + unsigned{c >= 0x10000});
     std::u32string result(size, U'\0');
     char32_t* out = result.data();
     for (const char32_t c : text) {
-        if (isShown(c)) {
+        if (isShown(c))
             *out++ = c;
-            continue;
-        }
-        const text::Utf8Sequence utf8 = text::encodeUtf8(c);
-        for (unsigned i = 0; i < utf8.length; ++i) {
-            const auto byte = static_cast<unsigned char>(utf8.bytes[i]);
-            *out++ = U'%';
-            *out++ = static_cast<unsigned char>(text::hexDigit(byte >> 4));
-            *out++ = static_cast<unsigned char>(text::hexDigit(byte & 0xFU));
-        }
+        else
+            out = putEscaped(out, c);
     }
     return result;
 }

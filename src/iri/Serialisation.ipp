@@ -87,6 +87,11 @@ String TemplateIRI<String>::getNativeSsp(const Encoding& encoding) const
 template <class String>
 String TemplateIRI<String>::buildText(const Encoding& encoding, bool strictRest) const
 {
+    // The plain ASCII form of a parsed value is its text, escaped in one pass, since the delimiters
+    // are ASCII. But a scheme is never escaped, and a fragment may have been dropped.
+    if (encoding == Encoding::Ascii && !strictRest && hasComponents_ && hasSourceText_.load()
+        && flags_.hasFragment == (text_.size() > ranges_.queryEnd) && isSameInAscii(schemeText()))
+        return encodeNonAscii(text_);
     String result;
     result.reserve(text_.size());
     if (flags_.hasScheme)
