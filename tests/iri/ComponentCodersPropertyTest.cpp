@@ -1,6 +1,6 @@
 #include "iri/ComponentCoders.hpp"
 
-#include "iri/NaiveCoding.hpp"
+#include "iri/CoderPairs.hpp"
 #include "text/Failure.hpp"
 #include "text/NaiveUtf8.hpp"
 
@@ -17,7 +17,10 @@
 namespace foundation::network::iri {
 namespace {
 
+    using naive::CoderPair;
+    using naive::coderPairs;
     using naive::Component;
+    using naive::contextFor;
     using naive::Text;
 
     // Texts of what the conversions look at: escapes whole and broken, the bytes of characters,
@@ -174,40 +177,6 @@ namespace {
         return outcome;
     }
 
-    NoContext contextFor(NoContext, const naive::Context&)
-    {
-        return {};
-    }
-
-    PathContext contextFor(PathContext, const naive::Context& from)
-    {
-        return {from.schemePresent, from.userInfoPresent, from.hostPresent};
-    }
-
-    QueryContext contextFor(QueryContext, const naive::Context& from)
-    {
-        return {from.formEncoded};
-    }
-
-    using NaiveConversion = naive::MaybeText (*)(Component, const Text&, const naive::Context&);
-
-    template <class Coder>
-    struct Pair {
-        const char* name;
-        Conversion (*ours)(std::u32string_view, const typename Coder::Context&);
-        NaiveConversion theirs;
-    };
-
-    template <class Coder>
-    constexpr Pair<Coder> pairs[] = {
-        {"decodedToIri", Coder::decodedToIri, naive::decodedToIri},
-        {"iriToAscii", Coder::iriToAscii, naive::iriToAscii},
-        {"decodedToAscii", Coder::decodedToAscii, naive::decodedToAscii},
-        {"iriToDecoded", Coder::iriToDecoded, naive::iriToDecoded},
-        {"asciiToIri", Coder::asciiToIri, naive::asciiToIri},
-        {"asciiToDecoded", Coder::asciiToDecoded, naive::asciiToDecoded},
-    };
-
     // Where a coder tells beforehand that a conversion gives the text itself, it does. Text that
     // cannot be converted counts as empty.
     template <class Coder>
@@ -239,7 +208,7 @@ namespace {
             const naive::Context context = generator.context();
             const auto ourContext = contextFor(typename Coder::Context{}, context);
             told += expectSameWhereTold<Coder>(text, ourContext);
-            for (const Pair<Coder>& pair : pairs<Coder>) {
+            for (const CoderPair<Coder>& pair : coderPairs<Coder>) {
                 const Outcome ours = outcomeOf([&] { return pair.ours(text, ourContext); });
                 const Outcome theirs =
                     outcomeOf([&] { return pair.theirs(component, text, context); });
@@ -317,7 +286,7 @@ namespace {
                 const naive::Context context{bit, false, false, bit};
                 const auto ourContext = contextFor(typename Coder::Context{}, context);
                 expectSameWhereTold<Coder>(text, ourContext);
-                for (const Pair<Coder>& pair : pairs<Coder>) {
+                for (const CoderPair<Coder>& pair : coderPairs<Coder>) {
                     const Outcome ours = outcomeOf([&] { return pair.ours(text, ourContext); });
                     const Outcome theirs =
                         outcomeOf([&] { return pair.theirs(component, text, context); });

@@ -3,6 +3,7 @@
 #include <foundation/network/iri/QueryPairs.hpp>
 
 #include "iri/NaiveIri.hpp"
+#include "iri/NaiveQuery.hpp"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
@@ -99,26 +100,6 @@ namespace {
                 result.hasEscapes =
                     result.hasEscapes
                     || text.find_first_of(result.semicolonSeparator ? ";=+" : "&=+") != text.npos;
-        }
-        return result;
-    }
-
-    // The text with the escapes undone that stand in it.
-    std::string unescaped(const std::string& text)
-    {
-        const auto digit = [&text](std::size_t index) {
-            const std::string digits = "0123456789ABCDEFabcdef";
-            const std::size_t found = index < text.size() ? digits.find(text[index]) : digits.npos;
-            return found == digits.npos ? -1 : static_cast<int>(found < 16 ? found : found - 6);
-        };
-        std::string result;
-        for (std::size_t i = 0; i < text.size(); ++i) {
-            if (text[i] == '%' && digit(i + 1) >= 0 && digit(i + 2) >= 0) {
-                result.push_back(static_cast<char>(digit(i + 1) * 16 + digit(i + 2)));
-                i += 2;
-            } else {
-                result.push_back(text[i]);
-            }
         }
         return result;
     }
