@@ -104,7 +104,7 @@ def resolve(root, includer, name):
     """The file of the tree that an #include means; None if it is none of ours."""
     beside = pathlib.Path(includer).parent
     top = pathlib.Path(includer).parts[0]
-    for folder in [beside, top, "include", "src", "tools/iri"]:
+    for folder in [beside, top, "include", "src", "tools/iri", "tests"]:
         candidate = root / folder / name
         if candidate.is_file():
             return candidate.resolve().relative_to(root.resolve()).as_posix()

@@ -1,0 +1,78 @@
+// A letter that says how the name is encoded, and a domain name: a name that converts cleanly comes
+// back, and all ways to ask agree.
+
+#include "Target.hpp"
+
+#include "build/NaiveText.hpp"
+
+#include <foundation/network/IdnConverter.hpp>
+
+#include <algorithm>
+#include <optional>
+#include <string>
+
+namespace foundation::network::fuzz {
+
+namespace {
+
+    // Made once, and asked by every run.
+    const IdnConverter& converter()
+    {
+        static const IdnConverter kept;
+        return kept;
+    }
+
+    // What comes of a conversion; nothing if ICU does not take the name.
+    template <class Convert>
+    auto resultOf(Convert convert) -> std::optional<decltype(convert())>
+    {
+        try {
+            return convert();
+        } catch (const IdnConverterException& failure) {
+            require(std::string(failure.what()) == "U_INPUT_TOO_LONG_ERROR", failure.what());
+            return std::nullopt;
+        }
+    }
+
+    void requireRoundTrip(const std::u16string& name)
+    {
+        const auto ascii = resultOf([&] { return converter().toAscii(name); });
+        require(resultOf([&] { return idn_to_ascii(name); }) == ascii, "all ways to ask agree");
+        if (!ascii)
+            return;
+        require(std::ranges::all_of(*ascii,
+                                    [](char c) { return static_cast<unsigned char>(c) < 0x80; }),
+                "the ASCII form is ASCII");
+        if (ascii->find('?') != std::string::npos)
+            return;
+        const std::u16string unicode = converter().toUnicode(*ascii);
+        require(unicode.find(u'\uFFFD') == std::u16string::npos, "a clean name stays clean");
+        require(converter().toAscii(unicode) == *ascii, "a clean name comes back");
+    }
+
+    void requireReading(const std::string& name)
+    {
+        const auto unicode = resultOf([&] { return converter().toUnicode(name); });
+        require(resultOf([&] { return ascii_to_idn(name); }) == unicode, "all ways to ask agree");
+        if (unicode)
+            requireRoundTrip(*unicode);
+    }
+
+} // namespace
+
+void run(Input input)
+{
+    switch (input.byte() % 3) {
+    case 0:
+        if (const auto name = tests::readUtf8(input.rest()))
+            requireRoundTrip(tests::toUtf16(*name));
+        break;
+    case 1:
+        requireRoundTrip(input.units());
+        break;
+    default:
+        requireReading(input.rest());
+    }
+}
+
+} // namespace foundation::network::fuzz
