@@ -63,7 +63,7 @@ namespace {
             requireShown(address);
             requireNetwork(address, prefix);
         } catch (const core::except::AnonymousInternalException<std::invalid_argument>&) {
-            require(bytes.size() != 0 && bytes.size() != 4 && bytes.size() != 16,
+            require(!bytes.empty() && bytes.size() != 4 && bytes.size() != 16,
                     "only other numbers of bytes are refused");
         }
     }

@@ -191,17 +191,18 @@ void NaiveHash::leaveBehind()
 
 ModelledValuePointer emptyValue()
 {
-    return ModelledValuePointer(new ModelledValue{Specimen{IRI(), NaiveRecord(), ""}, {}, false});
+    return std::make_unique<ModelledValue>(
+        ModelledValue{Specimen{IRI(), NaiveRecord(), ""}, {}, false});
 }
 
 ModelledValuePointer parsedValue(const std::string& utf8)
 {
-    return ModelledValuePointer(new ModelledValue{parsedSpecimen(utf8), {}, false});
+    return std::make_unique<ModelledValue>(ModelledValue{parsedSpecimen(utf8), {}, false});
 }
 
 ModelledValuePointer valueOf(Specimen&& specimen)
 {
-    return ModelledValuePointer(new ModelledValue{std::move(specimen), {}, false});
+    return std::make_unique<ModelledValue>(ModelledValue{std::move(specimen), {}, false});
 }
 
 ModelledValuePointer copied(const ModelledValue& from)

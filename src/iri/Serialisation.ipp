@@ -10,6 +10,8 @@
 
 #include <foundation/network/iri/detail/TemplateIRI.hpp>
 
+#include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -118,11 +120,11 @@ bool TemplateIRI<String>::areStoredIn(Form form) const noexcept
         return true;
     if (hasSourceText_.load(std::memory_order_acquire) && form == Form::Ascii)
         return isSameInAscii(text_); // in one pass
-    for (const Component component : {Component::UserInfo, Component::Host, Component::Path,
-                                      Component::Query, Component::Fragment})
-        if (hasText(component) && !isStoredIn(form, component))
-            return false;
-    return true;
+    constexpr std::array ALL = {Component::UserInfo, Component::Host, Component::Path,
+                                Component::Query, Component::Fragment};
+    return std::all_of(ALL.begin(), ALL.end(), [this, form](Component component) {
+        return !hasText(component) || isStoredIn(form, component);
+    });
 }
 
 // Whether the text of the value is the whole IRI in a form. No stray "%" is in its authority then,

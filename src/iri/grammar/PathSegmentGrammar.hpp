@@ -14,10 +14,10 @@ namespace foundation::network::iri::grammar {
 /// Splits a path into its segments.
 ///
 /// @returns whether the path could be split; if not, @p segments is left as it was
-bool splitPathSegments(std::u32string_view path, std::vector<std::u32string>& segments);
+bool splitPathSegments(std::u32string_view text, std::vector<std::u32string>& segments);
 
 /// How many segments a path has; none, if it cannot be split.
-std::size_t countPathSegments(std::u32string_view path) noexcept;
+std::size_t countPathSegments(std::u32string_view text) noexcept;
 
 /// Takes the first segment off what is left of a path that can be split, and gives it.
 std::u32string_view takePathSegment(std::u32string_view& rest) noexcept;
