@@ -56,6 +56,26 @@ TEST(IRIAllocation, parsingTakesOne)
     EXPECT_EQ(allocationsOf([&] { const IRI iri(utf16); }), 1U);
 }
 
+TEST(IRIAllocation, resolvingTakesOne)
+{
+    const IRI base(url);
+    for (const std::string text : {"another-title?page=3#top", "/a/long/path/from/the/root", "#top",
+                                   "?page=3", "//example.com/and/a/path", "ftp://example.com/a"}) {
+        const IRI reference(text);
+        EXPECT_EQ(allocationsOf([&] { reference.resolveAgainst(base); }), 1U) << text;
+    }
+}
+
+TEST(IRIAllocation, printingWhatWasResolvedTakesOne)
+{
+    const IRI built = IRI("another-title?page=3#top").resolveAgainst(IRI(url));
+    const std::size_t count = allocationsOf([&] {
+        EXPECT_EQ(built.toStringUtf8(),
+                  "https://www.example.org/articles/2024/05/another-title?page=3#top");
+    });
+    EXPECT_LE(count, 2U); // the result, and the text to compare with
+}
+
 TEST(IRIAllocation, tryingTakesOneAtMost)
 {
     const std::string bad = url + "\\";

@@ -127,6 +127,18 @@ TEST(Resolution, ofAnEmptyReferenceAgainstABuiltBaseHasNoFragment)
     EXPECT_EQ(make("").resolveAgainst(IRI(args)).toStringUtf8(), "/a");
 }
 
+TEST(Resolution, ofAnEmptyReferenceKeepsWhatABuiltBaseHasShown)
+{
+    IRIArgs args;
+    args.setPath(std::string("/a")).setFragment(std::string("g"));
+    const IRI base(args);
+    ASSERT_EQ(base.toStringUtf8(), "/a#g");
+    const IRI target = IRI().resolveAgainst(base);
+    EXPECT_EQ(target.toStringUtf8(), "/a#g");
+    EXPECT_EQ(target.toAsciiStringUtf8(), "/a"); // which was not read before
+    EXPECT_FALSE(target.hasFragment());
+}
+
 TEST(Resolution, takesEmptyValuesOfEveryKind)
 {
     IRI source = make("http://h/a?q#f");
