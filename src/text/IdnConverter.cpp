@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <limits>
+#include <string_view>
 #include <utility>
 
 namespace foundation::network {
@@ -61,16 +62,37 @@ public:
         if (name.size() > LIMIT)
             throwIfFailed(U_ILLEGAL_ARGUMENT_ERROR);
 
-        UErrorCode code = U_ZERO_ERROR;
-        icu::IDNAInfo findings; // not read: what is wrong with a name is no failure here
-        icu::UnicodeString result;
-        const icu::UnicodeString source(false, name.data(), static_cast<std::int32_t>(name.size()));
-        ((*idna_).*direction)(source, result, findings, code);
-        throwIfFailed(code);
-        return {result.getBuffer(), static_cast<std::size_t>(result.length())};
+        // ICU moves the rest of the name for each label that changes, which is quadratic where there
+        // are many. No label changes another, so long names are converted some labels at a time.
+        std::u16string_view rest = name;
+        std::u16string result;
+        for (;;) {
+            const std::size_t dot =
+                rest.size() > ENOUGH ? rest.find(u'.', ENOUGH) : std::u16string_view::npos;
+            convertOnto(result, rest.substr(0, dot), direction);
+            if (dot == std::u16string_view::npos)
+                return result;
+            result += u'.';
+            rest.remove_prefix(dot + 1);
+        }
     }
 
 private:
+    // Many times what a name in the DNS may have, so that those are converted at once.
+    static constexpr std::size_t ENOUGH = 1024;
+
+    void convertOnto(std::u16string& result, std::u16string_view labels, Direction direction) const
+    {
+        UErrorCode code = U_ZERO_ERROR;
+        icu::IDNAInfo findings; // not read: what is wrong with a name is no failure here
+        icu::UnicodeString converted;
+        const icu::UnicodeString source(false, labels.data(),
+                                        static_cast<std::int32_t>(labels.size()));
+        ((*idna_).*direction)(source, converted, findings, code);
+        throwIfFailed(code);
+        result.append(converted.getBuffer(), static_cast<std::size_t>(converted.length()));
+    }
+
     std::unique_ptr<const icu::IDNA> idna_;
 };
 
