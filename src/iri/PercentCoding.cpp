@@ -284,16 +284,22 @@ RepairedUtf8 repairUtf8(std::string bytes)
 
 std::u32string fixEscapes(std::u32string_view text, bool escapeBrackets)
 {
-    std::u32string result;
-    result.reserve(text.size());
-    for (std::size_t i = 0; i < text.size(); ++i) {
+    const auto isFixed = [text, escapeBrackets](std::size_t i) {
         const char32_t c = text[i];
-        const bool barePercent = c == U'%' && !text::isEscapeAt(text, i);
-        const bool bracket = escapeBrackets && (c == U'[' || c == U']');
-        if (barePercent || bracket)
-            appendEscaped(result, c);
+        return (c == U'%' && !text::isEscapeAt(text, i))
+               || (escapeBrackets && (c == U'[' || c == U']'));
+    };
+    // Counted first: a text of many GiB has no room to grow in.
+    std::size_t size = text.size();
+    for (std::size_t i = 0; i < text.size(); ++i)
+        size += isFixed(i) ? 2U : 0U;
+    std::u32string result;
+    result.reserve(size);
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (isFixed(i))
+            appendEscaped(result, text[i]);
         else
-            result.push_back(c);
+            result.push_back(text[i]);
     }
     return result;
 }
