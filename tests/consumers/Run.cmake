@@ -10,6 +10,9 @@
 # BUILD      its build folder
 # WORK       a folder to work in
 # COMPILER   the C++ compiler
+# TOOLCHAIN  the toolchain file, where another machine is compiled for, and its machine
+# MACHINE
+# EMULATOR   the command that runs what was compiled, a list; empty on the machine itself
 
 cmake_minimum_required(VERSION 3.22)
 
@@ -18,6 +21,16 @@ set(expected "example.org 8080 http://example.org:8080/a%20b?q\nIRI parsing fail
 # The tree is installed in one place and used from another: nothing in it may know where it was.
 set(installed "${WORK}/installed")
 set(prefix "${WORK}/moved")
+
+set(compiler_choice "-DCMAKE_CXX_COMPILER=${COMPILER}")
+set(compiler_flags "")
+if(TOOLCHAIN)
+    set(compiler_choice "-DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN}" "-DZKFLNETWORK_MACHINE=${MACHINE}")
+    # Boost is not where the compiler looks, and the library's own needs are not on the command line.
+    set(sysroot "${SOURCE}/build/sysroot/${MACHINE}")
+    set(compiler_flags -isystem "${sysroot}/usr/include"
+        "-Wl,-rpath-link,${sysroot}/usr/lib/${MACHINE}-linux-gnu")
+endif()
 
 function(run)
     execute_process(COMMAND ${ARGN} RESULT_VARIABLE result OUTPUT_VARIABLE output
@@ -41,9 +54,9 @@ function(build_with_cmake)
     set(folder "${WORK}/${MODE}")
     file(REMOVE_RECURSE "${folder}")
     run("${CMAKE_COMMAND}" -S "${SOURCE}/tests/consumers" -B "${folder}" -G Ninja
-        "-DCMAKE_CXX_COMPILER=${COMPILER}" ${ARGN})
+        ${compiler_choice} ${ARGN})
     run("${CMAKE_COMMAND}" --build "${folder}")
-    expect_output("${folder}/consumer")
+    expect_output(${EMULATOR} "${folder}/consumer")
 endfunction()
 
 if(MODE STREQUAL "install")
@@ -56,7 +69,7 @@ if(MODE STREQUAL "install")
                               "fish:fish/vendor_completions.d/iri.fish")
             string(REGEX MATCH "^([a-z]+):(.*)$" pair "${pair}")
             file(READ "${prefix}/share/${CMAKE_MATCH_2}" expected)
-            expect_output("${prefix}/bin/iri" completion "${CMAKE_MATCH_1}")
+            expect_output(${EMULATOR} "${prefix}/bin/iri" completion "${CMAKE_MATCH_1}")
         endforeach()
         file(READ "${SOURCE}/docs/man/iri.1" page)
         file(READ "${prefix}/share/man/man1/iri.1" installed_page)
@@ -80,11 +93,16 @@ elseif(MODE STREQUAL "pkg-config")
     separate_arguments(flags UNIX_COMMAND "${flags}")
     file(MAKE_DIRECTORY "${WORK}/pkg-config")
     run("${COMPILER}" -std=c++20 -Wall -Wextra -Wpedantic -Wconversion -Werror
-        "${SOURCE}/tests/consumers/consumer.cpp" -o "${WORK}/pkg-config/consumer" ${flags})
+        "${SOURCE}/tests/consumers/consumer.cpp" -o "${WORK}/pkg-config/consumer" ${compiler_flags}
+        ${flags})
     file(GLOB_RECURSE library "${prefix}/*/libzkflnetwork.so")
     get_filename_component(library_folder "${library}" DIRECTORY)
+    if(EMULATOR)
+        # It names the folders of the libraries itself, and takes one more.
+        list(TRANSFORM EMULATOR APPEND ":${library_folder}" REGEX "^LD_LIBRARY_PATH=")
+    endif()
     expect_output("${CMAKE_COMMAND}" -E env "LD_LIBRARY_PATH=${library_folder}"
-        "${WORK}/pkg-config/consumer")
+        ${EMULATOR} "${WORK}/pkg-config/consumer")
 else()
     message(FATAL_ERROR "MODE=${MODE} is not known")
 endif()
