@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
-"""Holds README.md against what the programs are and print.
+"""Holds README.md, or another page, against what the programs are and print.
 
-readme.py code README SOURCE...        the C++ blocks are these files, whole and in this order
-readme.py output README PROGRAM WORD [EXCEPT...]
+readme.py code PAGE SOURCE...          the C++ blocks are these files, whole and in this order
+readme.py output PAGE PROGRAM WORD [EXCEPT...]
                                        each block below a line with WORD is what the program prints;
                                        the words behind WORD are its arguments. Where the first of
                                        them is one of EXCEPT, the block is for another test
@@ -33,21 +33,21 @@ def sessions_of(page, word):
         if word in words:
             result.append((words[words.index(word) + 1 :], output))
     if not result:
-        raise ValueError(f"README.md has no console block for {word}")
+        raise ValueError(f"the page has no console block for {word}")
     return result
 
 
 def compare(what, written, real):
     if written == real:
         return 0
-    print(f"README.md shows another {what}.\n--- README.md\n{written}--- real\n{real}")
+    print(f"The page shows another {what}.\n--- the page\n{written}--- real\n{real}")
     return 1
 
 
 def check_code(page, *sources):
     written = blocks(page, "cpp")
     if len(written) != len(sources):
-        print(f"README.md has {len(written)} C++ blocks for {len(sources)} examples")
+        print(f"The page has {len(written)} C++ blocks for {len(sources)} examples")
         return 1
     texts = [pathlib.Path(source).read_text(encoding="utf-8") for source in sources]
     return max(map(compare, ["example"] * len(texts), written, texts))
@@ -68,8 +68,8 @@ def check_output(page, program, word, *others):
     return 0
 
 
-def main(mode, readme, *rest):
-    page = pathlib.Path(readme).read_text(encoding="utf-8")
+def main(mode, path, *rest):
+    page = pathlib.Path(path).read_text(encoding="utf-8")
     return {"code": check_code, "output": check_output}[mode](page, *rest)
 
 

@@ -1,0 +1,29 @@
+#include <foundation/network/IRI.hpp>
+
+#include <iostream>
+#include <string>
+
+using foundation::network::IRI;
+
+namespace {
+
+// A short link from a page to an IRI, or the whole IRI where a short one would lead elsewhere.
+std::string link(const IRI& iri, const IRI& page)
+{
+    const IRI relative = iri.makeRelativeTo(page);
+    if (relative.resolveAgainst(page).toStringUtf8() != iri.toStringUtf8())
+        return iri.toStringUtf8();
+    return relative.toStringUtf8();
+}
+
+} // namespace
+
+int main(int count, char** arguments)
+{
+    const IRI page(std::string("https://example.org/books/list?page=2"));
+    for (int i = 1; i < count; ++i) {
+        const auto iri = IRI::tryParse(arguments[i]);
+        if (iri && iri->hasScheme() && iri->hasHost())
+            std::cout << link(*iri, page) << '\n';
+    }
+}
