@@ -7,7 +7,13 @@
 #    error "libzkflnetwork needs C++20: compile with -std=c++20"
 #endif
 
-// A macro, because the language has no word for it. The build defines ZKFLNETWORK_EXPORTS while the
+/// @def ZKFLNETWORK_API
+/// Marks what the shared library gives to others; all else stays hidden in it.
+
+/// @def ZKFLNETWORK_API_TEMPLATE
+/// The same where a template is instantiated for others, on the definition.
+
+// Macros, because the language has no word for it. The build defines ZKFLNETWORK_EXPORTS while the
 // library itself is compiled; on Windows the same mark then exports instead of importing. Where
 // templates are concerned, Windows wants the mark on the explicit instantiation's definition and
 // the ELF platforms want it on its declaration: ZKFLNETWORK_API_TEMPLATE stands on the definition.

@@ -334,9 +334,8 @@ public:
 
     /// @{
     /// The value that the constructor gives for a text, or nothing where that throws because of the
-    /// text. No exception is raised on the way.
+    /// text. No exception is raised on the way. The text need not end in a zero, and may hold some.
     ///
-    /// @param utf8  need not end in a zero, and may hold some
     /// @complexity As the constructor; also where the text is refused.
     static std::optional<IRI> tryParse(std::string_view utf8);
     static std::optional<IRI> tryParse(std::u16string_view utf16);

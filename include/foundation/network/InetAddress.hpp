@@ -19,8 +19,8 @@ class InterfaceAddress;
 /// number of threads may call const members of one object and of its copies. A moved-from object may
 /// only be destroyed or assigned to.
 ///
-/// An IPv4-mapped IPv6 address such as ::ffff:127.0.0.1 is an IPv6 address in every respect; the
-/// mapping is never undone.
+/// An IPv4-mapped IPv6 address (RFC 4291, 2.5.5.2) is an IPv6 address in every respect; the mapping
+/// is never undone.
 ///
 /// The look-ups (`getByName` and the other members with "Host" in their names) ask the name service
 /// of the system on the calling thread and return when it has answered; there is no time-out of

@@ -27,8 +27,13 @@ namespace foundation::core::except {
 class ZKFLNETWORK_API IException : public boost::exception_detail::clone_base,
                                    public boost::exception {
 public:
+    /// @{
+    /// A copy shares what Boost has attached; `clone` copies that, too.
     IException(const IException&) = default;
     IException& operator=(const IException&) = default;
+    /// @}
+
+    /// Virtual: an exception may be destroyed through any of its bases.
     ~IException() noexcept override;
 
     /// The message, as narrow text; valid as long as this object is.
@@ -38,6 +43,7 @@ public:
     std::u16string toUstring() const;
 
 protected:
+    /// Nothing is attached.
     IException() = default;
 
     /// Widens a narrow message; a byte outside ASCII becomes U+FFFD.
@@ -50,9 +56,15 @@ private:
 /// The part of the family that the libraries throw themselves.
 class ZKFLNETWORK_API IInternalException : public IException {
 public:
+    /// Nothing is attached.
     IInternalException() = default;
+
+    /// @{
+    /// As the copy of an `IException`.
     IInternalException(const IInternalException&) = default;
     IInternalException& operator=(const IInternalException&) = default;
+    /// @}
+
     ~IInternalException() noexcept override;
 };
 
@@ -68,8 +80,13 @@ class Exception<IInternalException, Standard, void> : public IInternalException,
 public:
     /// Copies the message, and with `std::system_error` the code, of @p standard.
     explicit Exception(const Standard& standard);
+
+    /// @{
+    /// A copy with the same text.
     Exception(const Exception&) = default;
     Exception& operator=(const Exception&) = default;
+    /// @}
+
     ~Exception() noexcept override;
 
     /// The message of the standard exception.
@@ -88,8 +105,13 @@ class ZKFLNETWORK_API Exception<IInternalException, std::exception, void>
 public:
     /// Keeps what `standard.what()` answers. A plain `std::exception` holds no text.
     explicit Exception(const std::exception& standard);
+
+    /// @{
+    /// A copy with the same text.
     Exception(const Exception&) = default;
     Exception& operator=(const Exception&) = default;
+    /// @}
+
     ~Exception() noexcept override;
 
     /// The kept text; "Unknown exception" if the original held none.
@@ -109,8 +131,13 @@ namespace detail {
     public:
         /// Takes over the message, and with `std::system_error` the code, of @p standard.
         explicit AnonymousInternalException(const Standard& standard);
+
+        /// @{
+        /// A copy with the same text.
         AnonymousInternalException(const AnonymousInternalException&) = default;
         AnonymousInternalException& operator=(const AnonymousInternalException&) = default;
+        /// @}
+
         ~AnonymousInternalException() noexcept override;
 
         /// A copy on the heap, which the caller owns.

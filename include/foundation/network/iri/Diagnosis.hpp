@@ -50,8 +50,8 @@ struct Diagnosis {
     /// The part of the text that the trouble is in.
     enum class Component { None, Scheme, UserInfo, Host, Port, Path, Query, Fragment };
 
-    Code code = Code::BadCharacter;
-    Component component = Component::None;
+    Code code = Code::BadCharacter;        ///< what is wrong
+    Component component = Component::None; ///< where, as the grammar sees it
 
     /// Where the trouble begins, in units of the text (bytes of UTF-8, units of UTF-16).
     std::size_t offset = 0;

@@ -42,19 +42,28 @@ public:
     /// Whether the text is empty.
     bool isEmpty() const noexcept { return text_.empty(); }
 
+    /// Whether there is a scheme.
     bool hasScheme() const noexcept { return ranges_.schemeEnd > 0; }
 
     /// Whether there is an authority, and so a host, which may be empty.
     bool hasAuthority() const noexcept { return ranges_.hostBegin > afterScheme(); }
 
+    /// Whether there is user information, be it empty, as in "//@h".
     bool hasUserInfo() const noexcept
     {
         return hasAuthority() && ranges_.hostBegin > authorityBegin();
     }
 
+    /// The same as `hasAuthority`.
     bool hasHost() const noexcept { return hasAuthority(); }
+
+    /// Whether there is a port.
     bool hasPort() const noexcept { return ranges_.pathBegin > ranges_.hostEnd; }
+
+    /// Whether there is a query, be it an empty one, as in "a?".
     bool hasQuery() const noexcept { return ranges_.queryEnd > ranges_.pathEnd; }
+
+    /// Whether there is a fragment, be it an empty one, as in "a#".
     bool hasFragment() const noexcept { return text_.size() > ranges_.queryEnd; }
 
     /// The whole text.

@@ -97,12 +97,12 @@ private:
 /// A place among the pairs. A pair is read when the iterator is dereferenced, each time anew.
 class QueryPairs::Iterator {
 public:
-    using iterator_concept = std::forward_iterator_tag;
-    using iterator_category = std::input_iterator_tag; // gives values, not references
-    using value_type = QueryPair;
-    using difference_type = std::ptrdiff_t;
-    using pointer = void;
-    using reference = QueryPair;
+    using iterator_concept = std::forward_iterator_tag; ///< for the algorithms of std::ranges
+    using iterator_category = std::input_iterator_tag;  ///< for others: gives values
+    using value_type = QueryPair;                       ///< for algorithms
+    using difference_type = std::ptrdiff_t;             ///< for algorithms
+    using pointer = void;                               ///< a pair lives in no place
+    using reference = QueryPair;                        ///< a value, made anew each time
 
     /// Belongs to no query.
     Iterator() noexcept = default;
@@ -116,6 +116,7 @@ public:
     /// @complexity Linear in the length of that.
     ZKFLNETWORK_API Iterator& operator++() noexcept;
 
+    /// Moves to the next pair, and gives the place before.
     Iterator operator++(int) noexcept
     {
         const Iterator before = *this;
@@ -152,7 +153,9 @@ inline QueryPairs::Iterator QueryPairs::end() const noexcept
 
 } // namespace foundation::network::iri
 
+/// @cond  Doxygen does not find the variable in the standard library.
 /// The iterators outlive the range: they go by the caller's text.
 template <>
 inline constexpr bool std::ranges::enable_borrowed_range<foundation::network::iri::QueryPairs> =
     true;
+/// @endcond

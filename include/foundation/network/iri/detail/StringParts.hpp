@@ -153,8 +153,8 @@ namespace detail {
         ///
         /// The path forgets what it was told by `setSchemePresent`.
         ///
-        /// @param formEncoded  whether the query was put together from pairs, so that "+" is a
-        /// space
+        /// With @p formEncoded the query was put together from pairs, so that "+" is a space.
+        ///
         /// @par Failure
         /// If memory runs out, nothing has changed.
         void setUserInfo(String text, const Encoding& encoding);
