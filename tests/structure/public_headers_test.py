@@ -25,6 +25,12 @@ class PublicHeadersTest(unittest.TestCase):
     def test_refuses_a_header_that_needs_another_one_first(self):
         self.assertEqual(len(self.complaints("#pragma once\nstd::string f();\n")), 1)
 
+    def test_leaves_out_a_header_for_a_library_that_is_not_there(self):
+        with tempfile.TemporaryDirectory() as folder:
+            text = "#pragma once\n#include <fmt/no-such-header.h>\n"
+            (pathlib.Path(folder) / "a.hpp").write_text(text, encoding="utf-8")
+            self.assertEqual(public_headers.check(COMPILER, folder), (0, []))
+
     def test_refuses_a_header_that_cannot_be_included_twice(self):
         self.assertEqual(len(self.complaints("struct S { };\n")), 1)
 
