@@ -6,6 +6,7 @@
 #include "iri/OnDemand.hpp"
 #include "iri/PercentCoding.hpp"
 #include "iri/Reading.ipp"
+#include "text/HexDigits.hpp"
 #include "text/Utf.hpp"
 
 #include <foundation/network/iri/detail/TemplateIRI.hpp>
@@ -127,8 +128,17 @@ bool TemplateIRI<String>::areStoredIn(Form form) const noexcept
     });
 }
 
-// Whether the text of the value is the whole IRI in a form. No stray "%" is in its authority then,
-// so that it is also what is left after the authority was repaired.
+/// Whether some "%" begins no escape, so that the strict forms repair it.
+inline bool hasBarePercent(std::u32string_view text) noexcept
+{
+    for (std::size_t at = text.find(U'%'); at != text.npos; at = text.find(U'%', at + 1))
+        if (!text::isEscapeAt(text, at))
+            return true;
+    return false;
+}
+
+// Whether the text of the value is the whole IRI in a form, also if a strict text was read before,
+// after which the plain one shows a repaired authority: there must be nothing to repair.
 //
 // A text may show a fragment that the value does not have (see `Assembly::dropFragment`), and then
 // it is not. But what was read once is what is read again, also from a copy that has lost its
@@ -141,6 +151,12 @@ bool TemplateIRI<String>::isTextIn(Form form) const noexcept
         return true;
     const bool showsFragment = text_.size() > ranges_.queryEnd;
     if (!hasComponents_ || flags_.hasFragment != showsFragment || !areStoredIn(form))
+        return false;
+    const auto isRepaired = [this](Component component) {
+        return hasText(component) && hasBarePercent(storedText(component));
+    };
+    if (form != Form::Decoded && !flags_.readsTheSame
+        && (isRepaired(Component::UserInfo) || isRepaired(Component::Host)))
         return false;
     formsOfText_.fetch_or(bit, std::memory_order_relaxed);
     return true;

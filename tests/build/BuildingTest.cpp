@@ -182,6 +182,23 @@ TEST(Building, givesItsTextInEveryForm)
     EXPECT_EQ(plainFirst.toStringUtf8(), iri);
 }
 
+// Also where all of it is written as it shows, so that there is nothing else to convert.
+TEST(Building, showsARepairedAuthorityAfterAStrictText)
+{
+    const IRIArgs args = IRIArgs().setScheme("x").setUserInfo("a%zz").setHost("h");
+    EXPECT_EQ(IRI(args).toStringUtf8(), "x://a%zz@h");
+    EXPECT_EQ(IRI(args).toAsciiStringUtf8(), "x://a%zz@h");
+    const IRI iri(args);
+    EXPECT_EQ(iri.toStringUtf8(true), "x://a%25zz@h");
+    EXPECT_EQ(iri.toStringUtf8(), "x://a%25zz@h");
+    EXPECT_EQ(iri.toAsciiStringUtf8(), "x://a%zz@h");
+    EXPECT_EQ(iri.hashValue(), IRI(std::string("x://a%25zz@h")).hashValue());
+    const IRI inAscii(args);
+    EXPECT_EQ(inAscii.toAsciiStringUtf8(true), "x://a%25zz@h");
+    EXPECT_EQ(inAscii.toAsciiStringUtf8(), "x://a%25zz@h");
+    EXPECT_EQ(inAscii.toStringUtf8(), "x://a%zz@h");
+}
+
 TEST(Building, storesThePortAsItsNumber)
 {
     IRIArgs args;

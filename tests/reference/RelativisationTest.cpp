@@ -96,6 +96,15 @@ TEST(Relativisation, keepsAComponentAsItIsWritten)
     EXPECT_EQ(relative("http://h/%7e", "http://h").toStringUtf8(), "/~");
 }
 
+TEST(Relativisation, showsARepairedAuthorityAfterAStrictText)
+{
+    const IRI base = make("http:");
+    EXPECT_EQ(make("http://%ＡＢC/ä").makeRelativeTo(base).toStringUtf8(), "//%ＡＢC/ä");
+    const IRI result = make("http://%ＡＢC/ä").makeRelativeTo(base);
+    EXPECT_EQ(result.toStringUtf8(true), "//%25ＡＢC/ä");
+    EXPECT_EQ(result.toStringUtf8(), "//%25ＡＢC/ä");
+}
+
 TEST(Relativisation, comparesDecodedTexts)
 {
     EXPECT_EQ(relative("http://%68/%61?%71", "http://h/a?q").toStringUtf8(), "");

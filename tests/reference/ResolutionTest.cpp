@@ -268,6 +268,17 @@ TEST(Resolution, letsAFailingTranscoderThrough)
     }
 }
 
+// "%" and full-width digits stay as they are in an authority, until a strict text repairs them.
+TEST(Resolution, showsARepairedAuthorityAfterAStrictText)
+{
+    const IRI base = make("http://%Ａ4");
+    EXPECT_EQ(make("?%41").resolveAgainst(base).toStringUtf8(), "http://%Ａ4?%41");
+    const IRI result = make("?%41").resolveAgainst(base);
+    EXPECT_EQ(result.toStringUtf8(true), "http://%25Ａ4?%41");
+    EXPECT_EQ(result.toStringUtf8(), "http://%25Ａ4?%41");
+    EXPECT_EQ(result.hashValue(), make("http://%25Ａ4?%41").hashValue());
+}
+
 TEST(Resolution, survivesTheSourceOfAnAssignment)
 {
     // Such a value answers its old predicates while its texts are gone. It need not be of use.
