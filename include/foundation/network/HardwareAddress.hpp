@@ -11,7 +11,8 @@ namespace foundation::network {
 /// The link-layer address of an adapter: a range of bytes in the order in which they are sent. It may
 /// have any length; an empty one stands for an adapter that has none.
 ///
-/// Any number of threads may call const members of one object. A moved-from address is empty.
+/// Any number of threads may call const members of one object. A moved-from address is empty. Where
+/// memory runs out `std::bad_alloc` is thrown and nothing has changed.
 class ZKFLNETWORK_API HardwareAddress : public detail::ImmutableIterableRange<unsigned char> {
 public:
     /// An empty address.

@@ -47,6 +47,9 @@ class IRIArgs;
 ///
 /// A component in another form than that of the text, a whole text in such a form, and the hash are
 /// made when they are first asked for, and kept as long as the value.
+///
+/// Where memory runs out `std::bad_alloc` is thrown. Nothing is lost then, and nothing has changed
+/// but what the failed call has already made and kept, as any reader does.
 class ZKFLNETWORK_API IRI : private iri::detail::TemplateIRI<std::u32string> {
 public:
     using Encoding = iri::Encoding; ///< for short
@@ -91,7 +94,7 @@ public:
     /// Takes the other's text over and leaves it empty.
     IRI(IRI&& other) noexcept;
 
-    /// Assigns a copy; if that fails for want of memory, nothing has changed.
+    /// Assigns a copy.
     ///
     /// If the hash of this value was computed, and that of the other was not, it is computed here.
     /// The empty value, once assigned, goes on answering the hash that was computed on this object.

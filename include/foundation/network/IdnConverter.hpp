@@ -50,6 +50,9 @@ class IdnConverterImpl;
 /// copies, may be used by any number of threads. A moved-from converter may only be destroyed or
 /// assigned to.
 ///
+/// Where memory runs out `std::bad_alloc` is thrown, or the exception "U_MEMORY_ALLOCATION_ERROR", by
+/// which ICU tells the same; the converter can still be used.
+///
 /// No IRI is converted by this: in an IRI the ASCII form of a host has percent escapes.
 class ZKFLNETWORK_API IdnConverter {
 public:

@@ -14,7 +14,7 @@ class InterfaceAddressImpl;
 ///
 /// It never changes, and copies share it: a copy costs a reference count. Any number of threads may
 /// call const members of one object and of its copies. A moved-from object may only be destroyed or
-/// assigned to.
+/// assigned to. Where memory runs out `std::bad_alloc` is thrown and nothing has changed.
 class ZKFLNETWORK_API InterfaceAddress {
 public:
     /// 0.0.0.0/0.

@@ -21,7 +21,8 @@ namespace adapter {
 ///
 /// A value never changes, even if the adapter does; its members ask the system nothing. Copies share
 /// the facts: a copy costs a reference count. Any number of threads may call const members of one
-/// object and of its copies. A moved-from object may only be destroyed or assigned to.
+/// object and of its copies. A moved-from object may only be destroyed or assigned to. Where memory
+/// runs out `std::bad_alloc` is thrown.
 class ZKFLNETWORK_API NetworkInterface {
 public:
     /// @{
