@@ -98,7 +98,13 @@ InetAddress::InetAddress(std::shared_ptr<const InetAddressImpl> impl, std::strin
 
 InetAddress::InetAddress(const InetAddress& other) = default;
 InetAddress::InetAddress(InetAddress&& other) noexcept = default;
-InetAddress& InetAddress::operator=(const InetAddress& other) = default;
+
+// A copy first, so that no address gets the name of another where memory runs out.
+InetAddress& InetAddress::operator=(const InetAddress& other)
+{
+    return *this = InetAddress(other);
+}
+
 InetAddress& InetAddress::operator=(InetAddress&& other) noexcept = default;
 InetAddress::~InetAddress() = default;
 

@@ -127,6 +127,9 @@ namespace {
                 },
                 [](const InetAddress& address) { return seen(address); }));
         addLifeCycle(
+            operations, "InetAddress", [] { return InetAddress::getByName(hostName); },
+            [] { return InetAddress(std::string("192.168.1.5")); });
+        addLifeCycle(
             operations, "InterfaceAddress",
             [] { return InterfaceAddress(InetAddress(longText), 64); },
             [] { return InterfaceAddress(); });

@@ -17,7 +17,8 @@ class InterfaceAddress;
 ///
 /// The address never changes, and copies share it: a copy costs a reference count and the name. Any
 /// number of threads may call const members of one object and of its copies. A moved-from object may
-/// only be destroyed or assigned to.
+/// only be destroyed or assigned to. Where memory runs out `std::bad_alloc` is thrown and nothing has
+/// changed.
 ///
 /// An IPv4-mapped IPv6 address (RFC 4291, 2.5.5.2) is an IPv6 address in every respect; the mapping
 /// is never undone.
