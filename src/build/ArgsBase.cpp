@@ -39,8 +39,29 @@ ArgsBase<String>::ArgsBase() = default;
 template <class String>
 ArgsBase<String>::ArgsBase(const ArgsBase& other) = default;
 
+// A copy first: where memory runs out, nothing has changed.
 template <class String>
-ArgsBase<String>& ArgsBase<String>::operator=(const ArgsBase& other) = default;
+ArgsBase<String>& ArgsBase<String>::operator=(const ArgsBase& other)
+{
+    if (this == &other)
+        return *this;
+    ArgsBase copy(other);
+    for (const auto text : {&ArgsBase::scheme_, &ArgsBase::userInfo_, &ArgsBase::host_,
+                            &ArgsBase::path_, &ArgsBase::query_, &ArgsBase::fragment_})
+        (this->*text).swap(copy.*text);
+    port_ = other.port_;
+    hasQuery_ = other.hasQuery_;
+    hasFragment_ = other.hasFragment_;
+    hasScheme_ = other.hasScheme_;
+    hasHost_ = other.hasHost_;
+    hasUserInfo_ = other.hasUserInfo_;
+    hasPort_ = other.hasPort_;
+    hasPath_ = other.hasPath_;
+    schemeFromIri_ = other.schemeFromIri_;
+    queryFormEncoded_ = other.queryFormEncoded_;
+    queryHasEscapes_ = other.queryHasEscapes_;
+    return *this;
+}
 
 template <class String>
 ArgsBase<String>::~ArgsBase() = default;

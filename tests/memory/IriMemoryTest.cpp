@@ -412,6 +412,24 @@ namespace {
             IRIArgs other(args);
             IRI iri(other.setPath("relative"));
         }));
+        for (const bool moves : {false, true})
+            operations.push_back(operation(
+                moves ? "assignment by a move" : "assignment",
+                [] {
+                    IRIArgs other;
+                    other.setScheme("another-scheme-of-some-length").setPath("/" + longName + "x");
+                    other.setQuery(longName + "x");
+                    return std::pair(longBag(), other.setFragment(longName + "x"));
+                },
+                [moves](std::pair<IRIArgs, IRIArgs>& both) {
+                    // Into one with less room, so that memory is taken.
+                    if (moves)
+                        both.second = std::move(both.first);
+                    else
+                        both.second = both.first;
+                    return std::string();
+                },
+                [](const std::pair<IRIArgs, IRIArgs>& both) { return seen(both); }));
         for (const Specimen& specimen : specimens)
             operations.push_back(operation(
                 std::string("toArgs, ") + specimen.name,

@@ -19,7 +19,9 @@ class IRI;
 ///
 /// A component that was never set is absent, which is not the same as empty.
 ///
-/// An ordinary value, for one thread at a time. A value that was moved from is unchanged.
+/// An ordinary value, for one thread at a time. A value that was moved from is unchanged. Where memory
+/// runs out `std::bad_alloc` is thrown and nothing has changed; `appendQueryKeyValuePair` is the
+/// exception.
 class ZKFLNETWORK_API IRIArgs : public iri::detail::ArgsBase<std::u32string> {
 public:
     /// Nothing set.
@@ -119,6 +121,7 @@ public:
     /// @throws what `IRI(const std::string&)` and `IRI(const std::u16string&)` throw, if a text is
     ///         not valid in its encoding; a separator may have been appended by then, and the query
     ///         may count as one that carries its own escapes
+    /// @throws std::bad_alloc with the same after-effects
     IRIArgs& appendQueryKeyValuePair(const std::string& key, const std::string& value,
                                      bool formEncoded, bool semicolonSeparator);
     IRIArgs& appendQueryKeyValuePair(const std::u16string& key, const std::u16string& value,

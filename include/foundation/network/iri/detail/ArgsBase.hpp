@@ -24,7 +24,7 @@ public:
     ArgsBase();
 
     /// @{
-    /// A copy of all that was set; a move copies too.
+    /// A copy of all that was set; a move copies too. If memory runs out, nothing has changed.
     ArgsBase(const ArgsBase& other);
     ArgsBase& operator=(const ArgsBase& other);
     /// @}
