@@ -63,6 +63,16 @@ namespace {
         return result;
     }
 
+    using Addresses = detail::ImmutableIterableRange<InetAddress>;
+
+    std::string seen(const Addresses& addresses)
+    {
+        std::string result;
+        for (const InetAddress& address : addresses)
+            result += seen(address) + '\n';
+        return result;
+    }
+
     // A copy, an assignment of a copy to another value and a move; and what is seen of it.
     template <class Make, class MakeOther>
     void addLifeCycle(Operations& operations, const std::string& name, Make make,
@@ -141,6 +151,13 @@ namespace {
             [] {
                 return HardwareAddress(Bytes{1, 2});
             });
+        addLifeCycle(
+            operations, "ImmutableIterableRange",
+            [] { return InetAddress::getAllByName(hostName); },
+            [] {
+                const InetAddress another = InetAddress::getByName(hostName + ".another");
+                return Addresses({another, another, another});
+            });
         operations.push_back(
             operation("getHostAddress", [] { return InetAddress(longText).getHostAddress(); }));
         operations.push_back(operation("HardwareAddress", [] { return seen(HardwareAddress()); }));
@@ -163,12 +180,8 @@ namespace {
         Operations operations;
         operations.push_back(
             operation("getByName", [] { return seen(InetAddress::getByName(hostName)); }));
-        operations.push_back(operation("getAllByName", [] {
-            std::string result;
-            for (const InetAddress& address : InetAddress::getAllByName(hostName))
-                result += seen(address) + '\n';
-            return result;
-        }));
+        operations.push_back(
+            operation("getAllByName", [] { return seen(InetAddress::getAllByName(hostName)); }));
         operations.push_back(
             operation("getLocalHost", [] { return seen(InetAddress::getLocalHost()); }));
         operations.push_back(operation("getLocalHostName", [] { return getLocalHostName(); }));

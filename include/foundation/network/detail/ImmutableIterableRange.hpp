@@ -38,8 +38,13 @@ public:
     {
     }
 
-    /// A copy of every element in place of those that were here.
-    ImmutableIterableRange& operator=(const ImmutableIterableRange&) = default;
+    /// A copy of every element in place of those that were here; if memory runs out, they stay.
+    ImmutableIterableRange& operator=(const ImmutableIterableRange& other)
+    {
+        if (this != &other)
+            elements_ = std::vector<T>(other.elements_);
+        return *this;
+    }
 
     /// Takes the elements over and leaves an empty range behind.
     ImmutableIterableRange& operator=(ImmutableIterableRange&& other) noexcept
