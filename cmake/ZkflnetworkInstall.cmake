@@ -14,6 +14,25 @@ install(DIRECTORY "${PROJECT_SOURCE_DIR}/include/foundation"
     DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}" COMPONENT zkflnetwork_development
     FILES_MATCHING PATTERN "*.hpp")
 
+# gdb looks for a script below its own folder under the whole name of the library. Only the
+# installation knows that name: it may be given another prefix.
+if(UNIX AND NOT APPLE)
+    set(library_dir "${CMAKE_INSTALL_LIBDIR}")
+    if(NOT IS_ABSOLUTE "${library_dir}")
+        set(library_dir "\${CMAKE_INSTALL_PREFIX}/${library_dir}")
+    endif()
+    set(data_dir "${CMAKE_INSTALL_DATADIR}")
+    if(NOT IS_ABSOLUTE "${data_dir}")
+        set(data_dir "\${CMAKE_INSTALL_PREFIX}/${data_dir}")
+    endif()
+    install(CODE "file(INSTALL \"${PROJECT_SOURCE_DIR}/debuggers/zkflnetwork-gdb.py\"
+        DESTINATION \"${data_dir}/gdb/auto-load/${library_dir}\"
+        RENAME \"$<TARGET_FILE_NAME:zkflnetwork>-gdb.py\")"
+        COMPONENT zkflnetwork_development)
+endif()
+install(FILES "${PROJECT_SOURCE_DIR}/debuggers/zkflnetwork.natvis"
+    DESTINATION "${CMAKE_INSTALL_DATADIR}/zkflnetwork" COMPONENT zkflnetwork_development)
+
 install(EXPORT zkflnetwork
     FILE zkflnetworkTargets.cmake
     NAMESPACE zkflnetwork::

@@ -63,6 +63,12 @@ if(MODE STREQUAL "install")
     file(REMOVE_RECURSE "${installed}" "${prefix}")
     run("${CMAKE_COMMAND}" --install "${BUILD}" --prefix "${installed}")
     file(RENAME "${installed}" "${prefix}")
+    # gdb looks under the whole name that the library had where it was put.
+    file(GLOB_RECURSE library RELATIVE "${prefix}" "${prefix}/*/libzkflnetwork.so.*.*.*")
+    list(FILTER library EXCLUDE REGEX "-gdb\\.py$")
+    if(NOT EXISTS "${prefix}/share/gdb/auto-load/${installed}/${library}-gdb.py")
+        message(FATAL_ERROR "There is no script for gdb that goes with ${library}")
+    endif()
     # The tool, if it was built, brings along its manual page and what shells read.
     if(EXISTS "${prefix}/bin/iri")
         foreach(pair IN ITEMS "bash:bash-completion/completions/iri" "zsh:zsh/site-functions/_iri"
