@@ -2,14 +2,17 @@
 #
 # Builds consumer.cpp as a user of the library would and compares what it prints.
 #
-# MODE       install: put the library in PREFIX; not a consumer, but what the next two need
+# MODE       install: put the library where the next two take it; not a consumer itself
 #            package: through find_package
 #            pkg-config: with pkg-config and the bare compiler
 #            subfolder: through add_subdirectory
+# PLACE      installed: where it was installed, or moved: installed in one place and moved to another
+# VERSION    the library's version
 # SOURCE     the folder of the library
 # BUILD      its build folder
 # WORK       a folder to work in
-# COMPILER   the C++ compiler
+# COMPILER   the C++ compiler; where that is not installed the test is skipped, and with
+#            ZKFLNETWORK_REQUIRE_COMPILERS in the environment it fails
 # TOOLCHAIN  the toolchain file, where another machine is compiled for, and its machine
 # MACHINE
 # EMULATOR   the command that runs what was compiled, a list; empty on the machine itself
@@ -18,9 +21,19 @@ cmake_minimum_required(VERSION 3.22)
 
 set(expected "example.org 8080 http://example.org:8080/a%20b?q\nIRI parsing failed\n")
 
-# The tree is installed in one place and used from another: nothing in it may know where it was.
 set(installed "${WORK}/installed")
-set(prefix "${WORK}/moved")
+set(prefix "${WORK}/${PLACE}")
+get_filename_component(compiler_name "${COMPILER}" NAME)
+set(folder "${WORK}/${MODE}-${PLACE}-${compiler_name}")
+
+find_program(found_compiler NAMES "${COMPILER}")
+if(NOT found_compiler)
+    if("$ENV{ZKFLNETWORK_REQUIRE_COMPILERS}")
+        message(FATAL_ERROR "There is no ${COMPILER}")
+    endif()
+    message("SKIPPED: there is no ${COMPILER}")
+    return()
+endif()
 
 set(compiler_choice "-DCMAKE_CXX_COMPILER=${COMPILER}")
 set(compiler_flags "")
@@ -51,7 +64,6 @@ function(expect_output)
 endfunction()
 
 function(build_with_cmake)
-    set(folder "${WORK}/${MODE}")
     file(REMOVE_RECURSE "${folder}")
     run("${CMAKE_COMMAND}" -S "${SOURCE}/tests/consumers" -B "${folder}" -G Ninja
         ${compiler_choice} ${ARGN})
@@ -60,9 +72,12 @@ function(build_with_cmake)
 endfunction()
 
 if(MODE STREQUAL "install")
+    # The second tree is used from another place: nothing in it may know where it was.
+    set(prefix "${WORK}/moved")
     file(REMOVE_RECURSE "${installed}" "${prefix}")
     run("${CMAKE_COMMAND}" --install "${BUILD}" --prefix "${installed}")
     file(RENAME "${installed}" "${prefix}")
+    run("${CMAKE_COMMAND}" --install "${BUILD}" --prefix "${installed}")
     # gdb looks under the whole name that the library had where it was put.
     file(GLOB_RECURSE library RELATIVE "${prefix}" "${prefix}/*/libzkflnetwork.so.*.*.*")
     list(FILTER library EXCLUDE REGEX "-gdb\\.py$")
@@ -84,7 +99,7 @@ if(MODE STREQUAL "install")
         endif()
     endif()
 elseif(MODE STREQUAL "package")
-    build_with_cmake("-DCMAKE_PREFIX_PATH=${prefix}")
+    build_with_cmake("-DCMAKE_PREFIX_PATH=${prefix}" "-DLIBRARY_VERSION=${VERSION}")
 elseif(MODE STREQUAL "subfolder")
     build_with_cmake("-DLIBRARY_SOURCE=${SOURCE}")
 elseif(MODE STREQUAL "pkg-config")
@@ -97,9 +112,9 @@ elseif(MODE STREQUAL "pkg-config")
         message(FATAL_ERROR "pkg-config: ${complaint}")
     endif()
     separate_arguments(flags UNIX_COMMAND "${flags}")
-    file(MAKE_DIRECTORY "${WORK}/pkg-config")
+    file(MAKE_DIRECTORY "${folder}")
     run("${COMPILER}" -std=c++20 -Wall -Wextra -Wpedantic -Wconversion -Werror
-        "${SOURCE}/tests/consumers/consumer.cpp" -o "${WORK}/pkg-config/consumer" ${compiler_flags}
+        "${SOURCE}/tests/consumers/consumer.cpp" -o "${folder}/consumer" ${compiler_flags}
         ${flags})
     file(GLOB_RECURSE library "${prefix}/*/libzkflnetwork.so")
     get_filename_component(library_folder "${library}" DIRECTORY)
@@ -108,7 +123,7 @@ elseif(MODE STREQUAL "pkg-config")
         list(TRANSFORM EMULATOR APPEND ":${library_folder}" REGEX "^LD_LIBRARY_PATH=")
     endif()
     expect_output("${CMAKE_COMMAND}" -E env "LD_LIBRARY_PATH=${library_folder}"
-        ${EMULATOR} "${WORK}/pkg-config/consumer")
+        ${EMULATOR} "${folder}/consumer")
 else()
     message(FATAL_ERROR "MODE=${MODE} is not known")
 endif()
