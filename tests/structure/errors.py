@@ -30,7 +30,7 @@ MACHINERY = {"src/except/Throw.hpp", "src/except/Throw.cpp", "src/except/Boundar
 PASSED_ON = {
     "throwInvalidCodePoint(codePoint)",
     "throwMisplacedSurrogate(*misplaced)",
-    'throwNotSet("")',  # of what was looked for before
+    'throw std::runtime_error("Item not set")',  # told below the table of the readers
     "throwNotSet(suffix)",
     "core::except::throwInvalidArgument(failure.what())",  # the system's
     "throwIfFailed(code)",
