@@ -5,10 +5,11 @@
 #include <foundation/network/InterfaceAddress.hpp>
 #include <foundation/network/NetworkInterface.hpp>
 
+#include "threads/Barrier.hpp"
+
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <barrier>
 #include <cstddef>
 #include <functional>
 #include <string>
@@ -25,11 +26,11 @@ namespace {
     int wrongAnswers(const std::function<bool()>& isRight)
     {
         std::atomic<int> wrong = 0;
-        std::barrier start(threadCount);
+        tests::Barrier start(threadCount);
         std::vector<std::thread> threads;
         for (std::size_t i = 0; i < threadCount; ++i)
             threads.emplace_back([&] {
-                start.arrive_and_wait();
+                start.arriveAndWait();
                 for (int round = 0; round < rounds; ++round)
                     wrong += isRight() ? 0 : 1;
             });
@@ -108,11 +109,11 @@ namespace {
     TEST(AddressThreads, listAdaptersAtTheSameTime)
     {
         std::atomic<int> failures = 0;
-        std::barrier start(threadCount);
+        tests::Barrier start(threadCount);
         std::vector<std::thread> threads;
         for (std::size_t i = 0; i < threadCount; ++i)
             threads.emplace_back([&] {
-                start.arrive_and_wait();
+                start.arriveAndWait();
                 for (int round = 0; round < 5; ++round) {
                     try {
                         if (NetworkInterface::listAll().size() < NetworkInterface::list().size())

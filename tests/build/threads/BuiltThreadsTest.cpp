@@ -3,11 +3,12 @@
 #include <foundation/network/IRI.hpp>
 #include <foundation/network/IRIArgs.hpp>
 
+#include "threads/Barrier.hpp"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <atomic>
-#include <barrier>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -74,7 +75,7 @@ namespace {
     void forEachRound(Body body)
     {
         Values built, parsed;
-        std::barrier start(threadCount);
+        tests::Barrier start(threadCount);
         std::vector<std::thread> threads;
         for (std::size_t thread = 0; thread < threadCount; ++thread)
             threads.emplace_back([&, thread] {
@@ -83,10 +84,10 @@ namespace {
                         built = builtValues();
                         parsed = parsedValues();
                     }
-                    start.arrive_and_wait();
+                    start.arriveAndWait();
                     body(static_cast<const Values&>(built), static_cast<const Values&>(parsed),
                          thread);
-                    start.arrive_and_wait();
+                    start.arriveAndWait();
                 }
             });
         for (std::thread& thread : threads)
@@ -160,11 +161,11 @@ TEST(BuiltThreads, aHashThatFailsFailsForEveryone)
     static_cast<Base&>(args).setQuery(std::u32string{0x11FFFE}); // which cannot be escaped
     std::atomic<int> failures = 0;
     const IRI shared(args);
-    std::barrier start(threadCount);
+    tests::Barrier start(threadCount);
     std::vector<std::thread> threads;
     for (std::size_t thread = 0; thread < threadCount; ++thread)
         threads.emplace_back([&] {
-            start.arrive_and_wait();
+            start.arriveAndWait();
             for (int round = 0; round < rounds; ++round)
                 try {
                     shared.hashValue();

@@ -3,11 +3,12 @@
 
 #include <foundation/network/IRI.hpp>
 
+#include "threads/Barrier.hpp"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <atomic>
-#include <barrier>
 #include <cstddef>
 #include <exception>
 #include <functional>
@@ -142,16 +143,16 @@ namespace {
     void forEachRound(int rounds, Make makeValue, Body body)
     {
         decltype(makeValue()) value;
-        std::barrier start(threadCount);
+        tests::Barrier start(threadCount);
         std::vector<std::thread> threads;
         for (std::size_t thread = 0; thread < threadCount; ++thread)
             threads.emplace_back([&, thread] {
                 for (int round = 0; round < rounds; ++round) {
                     if (thread == 0)
                         value = makeValue();
-                    start.arrive_and_wait();
+                    start.arriveAndWait();
                     body(*value, thread, static_cast<std::size_t>(round));
-                    start.arrive_and_wait();
+                    start.arriveAndWait();
                 }
             });
         for (std::thread& thread : threads)

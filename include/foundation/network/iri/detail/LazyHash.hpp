@@ -32,7 +32,7 @@ public:
             if (state == VALID || state == LEFT_BEHIND)
                 return hash_.load(std::memory_order_relaxed);
             if (state == COMPUTING)
-                state_.wait(COMPUTING, std::memory_order_acquire);
+                waitWhileComputing();
             else if (state_.compare_exchange_strong(state, COMPUTING, std::memory_order_acquire))
                 fill(compute);
         }
@@ -73,7 +73,7 @@ public:
 private:
     enum State : int { UNKNOWN, COMPUTING, VALID, LEFT_BEHIND };
 
-    // Ends a computation, whether it succeeded or threw, and wakes those who wait for it.
+    // Ends a computation, whether it succeeded or threw.
     class Settlement {
     public:
         explicit Settlement(std::atomic<int>& state) noexcept
@@ -82,17 +82,16 @@ private:
         }
         Settlement(const Settlement&) = delete;
         Settlement& operator=(const Settlement&) = delete;
-        ~Settlement()
-        {
-            state_.store(result, std::memory_order_release);
-            state_.notify_all();
-        }
+        ~Settlement() { state_.store(result, std::memory_order_release); }
 
         int result = UNKNOWN;
 
     private:
         std::atomic<int>& state_;
     };
+
+    // Not std::atomic::wait: where the system has no futex, that of GCC 12 may sleep for ever.
+    void waitWhileComputing() const noexcept;
 
     template <class Compute>
     void fill(Compute compute)
