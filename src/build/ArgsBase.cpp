@@ -289,7 +289,7 @@ bool portStringToNumeric(const String& text, unsigned short& number)
 }
 
 template class ZKFLNETWORK_API_TEMPLATE ArgsBase<std::u32string>;
-template ZKFLNETWORK_API_TEMPLATE bool portStringToNumeric(const std::u32string& text,
-                                                           unsigned short& number);
+template ZKFLNETWORK_API bool portStringToNumeric(const std::u32string& text,
+                                                  unsigned short& number);
 
 } // namespace foundation::network::iri::detail

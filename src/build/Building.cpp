@@ -142,9 +142,9 @@ void TemplateIRI<String>::toArgs(ArgsBase<String>& args) const
     Building<String>::toArgs(*this, args);
 }
 
-template ZKFLNETWORK_API_TEMPLATE TemplateIRI<std::u32string>::TemplateIRI(
+template ZKFLNETWORK_API TemplateIRI<std::u32string>::TemplateIRI(
     const ArgsBase<std::u32string>& args);
-template ZKFLNETWORK_API_TEMPLATE void TemplateIRI<std::u32string>::toArgs(
+template ZKFLNETWORK_API void TemplateIRI<std::u32string>::toArgs(
     ArgsBase<std::u32string>& args) const;
 
 } // namespace foundation::network::iri::detail

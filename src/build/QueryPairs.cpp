@@ -105,13 +105,14 @@ void ArgsBase<String>::appendQueryKeyValuePair(const std::u16string& key,
     appendPair(key, value, formEncoded, semicolonSeparator);
 }
 
-template ZKFLNETWORK_API_TEMPLATE void ArgsBase<std::u32string>::appendQueryKeyValuePair(
-    const std::string&, const std::string&, bool, bool);
-template ZKFLNETWORK_API_TEMPLATE void ArgsBase<std::u32string>::appendQueryKeyValuePair(
+template ZKFLNETWORK_API void ArgsBase<std::u32string>::appendQueryKeyValuePair(const std::string&,
+                                                                                const std::string&,
+                                                                                bool, bool);
+template ZKFLNETWORK_API void ArgsBase<std::u32string>::appendQueryKeyValuePair(
     const std::u16string&, const std::u16string&, bool, bool);
-template ZKFLNETWORK_API_TEMPLATE std::tuple<std::string, bool>
+template ZKFLNETWORK_API std::tuple<std::string, bool>
 ArgsBase<std::u32string>::percentEncodeFormEncodedReservedChars(const std::string&, bool) const;
-template ZKFLNETWORK_API_TEMPLATE std::tuple<std::u16string, bool>
+template ZKFLNETWORK_API std::tuple<std::u16string, bool>
 ArgsBase<std::u32string>::percentEncodeFormEncodedReservedChars(const std::u16string&, bool) const;
 
 } // namespace foundation::network::iri::detail

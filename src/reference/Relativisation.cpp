@@ -316,7 +316,7 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
     return Relativisation<String>(*this, base).run();
 }
 
-template ZKFLNETWORK_API_TEMPLATE TemplateIRI<std::u32string>
-TemplateIRI<std::u32string>::doRelativise(const TemplateIRI& base) const;
+template ZKFLNETWORK_API TemplateIRI<std::u32string> TemplateIRI<std::u32string>::doRelativise(
+    const TemplateIRI& base) const;
 
 } // namespace foundation::network::iri::detail

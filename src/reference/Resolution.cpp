@@ -157,7 +157,7 @@ TemplateIRI<String> TemplateIRI<String>::doResolve(const TemplateIRI& base) cons
     return Resolution<String>(*this, base).run();
 }
 
-template ZKFLNETWORK_API_TEMPLATE TemplateIRI<std::u32string>
-TemplateIRI<std::u32string>::doResolve(const TemplateIRI& base) const;
+template ZKFLNETWORK_API TemplateIRI<std::u32string> TemplateIRI<std::u32string>::doResolve(
+    const TemplateIRI& base) const;
 
 } // namespace foundation::network::iri::detail

@@ -10,22 +10,33 @@
 /// @def ZKFLNETWORK_API
 /// Marks what the shared library gives to others; all else stays hidden in it.
 
+/// @def ZKFLNETWORK_API_EXTERN
+/// The same where it is declared that a template is instantiated for others.
+
 /// @def ZKFLNETWORK_API_TEMPLATE
-/// The same where a template is instantiated for others, on the definition.
+/// The same on the definition of such an instance.
 
 // Macros, because the language has no word for it. The build defines ZKFLNETWORK_EXPORTS while the
-// library itself is compiled; on Windows the same mark then exports instead of importing. Where
-// templates are concerned, Windows wants the mark on the explicit instantiation's definition and
-// the ELF platforms want it on its declaration: ZKFLNETWORK_API_TEMPLATE stands on the definition.
-#if defined(_WIN32)
-#    if defined(ZKFLNETWORK_EXPORTS)
-#        define ZKFLNETWORK_API __declspec(dllexport)
-#        define ZKFLNETWORK_API_TEMPLATE __declspec(dllexport)
-#    else
-#        define ZKFLNETWORK_API __declspec(dllimport)
-#        define ZKFLNETWORK_API_TEMPLATE
-#    endif
-#else
+// library itself is compiled; on Windows the same mark then exports instead of importing.
+//
+// A class that is instantiated explicitly is marked where that is declared and where it is defined,
+// since compilers differ in which of the two they want: ZKFLNETWORK_API_EXTERN stands on the
+// declaration, ZKFLNETWORK_API_TEMPLATE on the definition. A member template of such a class has
+// none of its marks and takes ZKFLNETWORK_API.
+#if !defined(_WIN32)
 #    define ZKFLNETWORK_API __attribute__((visibility("default")))
+#    define ZKFLNETWORK_API_EXTERN ZKFLNETWORK_API
+#    define ZKFLNETWORK_API_TEMPLATE
+#elif !defined(ZKFLNETWORK_EXPORTS)
+#    define ZKFLNETWORK_API __declspec(dllimport)
+#    define ZKFLNETWORK_API_EXTERN ZKFLNETWORK_API
+#    define ZKFLNETWORK_API_TEMPLATE
+#elif defined(_MSC_VER)
+#    define ZKFLNETWORK_API __declspec(dllexport)
+#    define ZKFLNETWORK_API_EXTERN
+#    define ZKFLNETWORK_API_TEMPLATE ZKFLNETWORK_API
+#else
+#    define ZKFLNETWORK_API __declspec(dllexport)
+#    define ZKFLNETWORK_API_EXTERN ZKFLNETWORK_API
 #    define ZKFLNETWORK_API_TEMPLATE
 #endif

@@ -151,18 +151,18 @@ namespace detail {
 
 using detail::AnonymousInternalException;
 
-extern template class ZKFLNETWORK_API Exception<IInternalException, std::logic_error>;
-extern template class ZKFLNETWORK_API Exception<IInternalException, std::runtime_error>;
-extern template class ZKFLNETWORK_API Exception<IInternalException, std::invalid_argument>;
-extern template class ZKFLNETWORK_API Exception<IInternalException, std::system_error>;
+extern template class ZKFLNETWORK_API_EXTERN Exception<IInternalException, std::logic_error>;
+extern template class ZKFLNETWORK_API_EXTERN Exception<IInternalException, std::runtime_error>;
+extern template class ZKFLNETWORK_API_EXTERN Exception<IInternalException, std::invalid_argument>;
+extern template class ZKFLNETWORK_API_EXTERN Exception<IInternalException, std::system_error>;
 
 namespace detail {
 
-    extern template class ZKFLNETWORK_API AnonymousInternalException<std::exception>;
-    extern template class ZKFLNETWORK_API AnonymousInternalException<std::logic_error>;
-    extern template class ZKFLNETWORK_API AnonymousInternalException<std::runtime_error>;
-    extern template class ZKFLNETWORK_API AnonymousInternalException<std::invalid_argument>;
-    extern template class ZKFLNETWORK_API AnonymousInternalException<std::system_error>;
+    extern template class ZKFLNETWORK_API_EXTERN AnonymousInternalException<std::exception>;
+    extern template class ZKFLNETWORK_API_EXTERN AnonymousInternalException<std::logic_error>;
+    extern template class ZKFLNETWORK_API_EXTERN AnonymousInternalException<std::runtime_error>;
+    extern template class ZKFLNETWORK_API_EXTERN AnonymousInternalException<std::invalid_argument>;
+    extern template class ZKFLNETWORK_API_EXTERN AnonymousInternalException<std::system_error>;
 
 } // namespace detail
 

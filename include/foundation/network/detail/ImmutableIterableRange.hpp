@@ -72,6 +72,6 @@ private:
     std::vector<T> elements_;
 };
 
-extern template class ZKFLNETWORK_API ImmutableIterableRange<unsigned char>;
+extern template class ZKFLNETWORK_API_EXTERN ImmutableIterableRange<unsigned char>;
 
 } // namespace foundation::network::detail

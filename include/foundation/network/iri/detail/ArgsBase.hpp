@@ -137,7 +137,7 @@ private:
     bool queryHasEscapes_ = false;  // something in a pair was escaped
 };
 
-extern template class ZKFLNETWORK_API ArgsBase<std::u32string>;
+extern template class ZKFLNETWORK_API_EXTERN ArgsBase<std::u32string>;
 
 /// Whether the whole text is a port number, as `ArgsBase::setPort` reads it.
 ///
@@ -146,7 +146,7 @@ extern template class ZKFLNETWORK_API ArgsBase<std::u32string>;
 template <class String>
 bool portStringToNumeric(const String& text, unsigned short& number);
 
-extern template ZKFLNETWORK_API bool portStringToNumeric(const std::u32string& text,
-                                                         unsigned short& number);
+extern template ZKFLNETWORK_API_EXTERN bool portStringToNumeric(const std::u32string& text,
+                                                                unsigned short& number);
 
 } // namespace foundation::network::iri::detail

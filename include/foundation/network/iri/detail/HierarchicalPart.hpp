@@ -28,6 +28,6 @@ struct HierarchicalPart {
     void update();
 };
 
-extern template struct ZKFLNETWORK_API HierarchicalPart<std::u32string::const_iterator>;
+extern template struct ZKFLNETWORK_API_EXTERN HierarchicalPart<std::u32string::const_iterator>;
 
 } // namespace foundation::network::iri::detail

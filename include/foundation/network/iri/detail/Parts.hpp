@@ -30,6 +30,6 @@ struct Parts {
     void update();
 };
 
-extern template struct ZKFLNETWORK_API Parts<std::u32string::const_iterator>;
+extern template struct ZKFLNETWORK_API_EXTERN Parts<std::u32string::const_iterator>;
 
 } // namespace foundation::network::iri::detail

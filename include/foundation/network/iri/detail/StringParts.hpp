@@ -201,7 +201,7 @@ namespace detail {
         bool isEmpty_ = true;
     };
 
-    extern template class ZKFLNETWORK_API StringParts<std::u32string>;
+    extern template class ZKFLNETWORK_API_EXTERN StringParts<std::u32string>;
 
 } // namespace detail
 } // namespace foundation::network::iri

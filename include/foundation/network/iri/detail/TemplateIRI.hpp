@@ -296,6 +296,6 @@ private:
     mutable std::atomic<OnDemand*> onDemand_{nullptr}; // owned; published once
 };
 
-extern template class ZKFLNETWORK_API TemplateIRI<std::u32string>;
+extern template class ZKFLNETWORK_API_EXTERN TemplateIRI<std::u32string>;
 
 } // namespace foundation::network::iri::detail
