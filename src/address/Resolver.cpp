@@ -8,10 +8,19 @@ namespace foundation::network::address {
 
 namespace {
 
+    // Where Boost mistrusts the standard library's category of the system, as with MinGW, the
+    // standard form of its own is another object, which no caller would know.
+    const std::error_category& standardForm(const boost::system::error_category& category)
+    {
+        if (category == boost::system::system_category())
+            return std::system_category();
+        return category;
+    }
+
     // As the library's exception, with the code's value and the standard form of its category.
     [[noreturn]] void fail(const boost::system::error_code& code)
     {
-        const std::error_category& category = code.category();
+        const std::error_category& category = standardForm(code.category());
         throw core::except::AnonymousInternalException<std::system_error>(
             std::system_error(code.value(), category));
     }
