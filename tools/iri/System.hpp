@@ -7,17 +7,24 @@
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <vector>
 
-/// What the standard library does not do with the three standard streams and with failures of the
-/// system. Another operating system
-/// needs another System.cpp and nothing else.
+/// What the standard library does not do with arguments, files, the three standard streams and with
+/// failures of the system. Each operating system has a folder in `platform` that does it.
 namespace tool::system {
 
 enum class Stream { Input, Output, Error };
 
+/// An open file, as the system calls it.
+using Descriptor = std::intptr_t;
+
+/// The words behind the name of the program, in UTF-8 if the caller gave them so.
+/// @param count, words  what `main` was given
+std::vector<std::string> arguments(int count, char** words);
+
 bool isTerminal(Stream stream) noexcept;
 
-/// Whether the terminal that TERM names can show colours, if there is one.
+/// Whether the terminal, if there is one, can show colours: TERM and the system tell.
 bool terminalHasColors();
 
 /// Waits for input and takes what there is, at most as much as @p buffer holds.
@@ -27,14 +34,14 @@ std::size_t readSome(std::span<char> buffer);
 
 /// @{
 /// The same with a file; standard input is one, and need not be closed.
-int inputDescriptor() noexcept;
-int openForReading(const std::string& path);
-std::size_t readSome(int descriptor, const std::string& name, std::span<char> buffer);
-void close(int descriptor) noexcept;
+Descriptor inputDescriptor() noexcept;
+Descriptor openForReading(const std::string& path);
+std::size_t readSome(Descriptor descriptor, const std::string& name, std::span<char> buffer);
+void close(Descriptor descriptor) noexcept;
 /// @}
 
 /// How much of a file lies ahead; nothing, if it is no file on a disk.
-std::optional<std::uint64_t> remainingSize(int descriptor) noexcept;
+std::optional<std::uint64_t> remainingSize(Descriptor descriptor) noexcept;
 
 /// From now on, an interrupt (Ctrl-C) ends the input instead of the program; the second one ends the
 /// program. Does nothing where interrupts are ignored. To be called once, before there are other threads.

@@ -2,6 +2,7 @@
 #include "ExitCode.hpp"
 #include "Nearest.hpp"
 #include "Output.hpp"
+#include "System.hpp"
 #include "Text.hpp"
 #include "Verbs.hpp"
 
@@ -123,7 +124,7 @@ int main(int count, char** words)
     Output output;
     ExitCode code = ExitCode::InputOutput;
     try {
-        code = run(Arguments(words + (count > 0 ? 1 : 0), words + count), output);
+        code = run(tool::system::arguments(count, words), output);
         output.flush();
     } catch (const std::system_error& error) {
         code = ExitCode::InputOutput;

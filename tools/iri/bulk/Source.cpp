@@ -1,7 +1,5 @@
 #include "Source.hpp"
 
-#include "../System.hpp"
-
 namespace tool::bulk {
 
 namespace {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "../System.hpp"
+
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -49,7 +51,7 @@ public:
 
 private:
     std::string name_;
-    int descriptor_;
+    system::Descriptor descriptor_;
     bool isOwned_;
 };
 

@@ -6,12 +6,12 @@
 #include <cstddef>
 #include <cstdio>
 #include <cstdlib>
+#include <fstream>
 #include <optional>
+#include <random>
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include <unistd.h>
 
 namespace {
 
@@ -24,11 +24,9 @@ class File {
 public:
     explicit File(std::string_view content)
     {
-        const int descriptor = ::mkstemp(path_.data());
-        EXPECT_GE(descriptor, 0);
-        EXPECT_EQ(::write(descriptor, content.data(), content.size()),
-                  static_cast<ssize_t>(content.size()));
-        ::close(descriptor);
+        std::ofstream file(path_, std::ios::binary);
+        file.write(content.data(), static_cast<std::streamsize>(content.size()));
+        EXPECT_TRUE(file.flush());
     }
     File(const File&) = delete;
     File& operator=(const File&) = delete;
@@ -37,8 +35,15 @@ public:
     const std::string& path() const noexcept { return path_; }
 
 private:
-    // mkstemp writes over the six letters at the end.
-    std::string path_ = testing::TempDir() + "zkflnetwork-pieces-" + std::string(6, 'X');
+    /// Of which no other program that runs at the same time thinks.
+    static std::string freshName()
+    {
+        static const std::string ours = std::to_string(std::random_device()());
+        static int count = 0;
+        return testing::TempDir() + "zkflnetwork-pieces-" + ours + '-' + std::to_string(++count);
+    }
+
+    std::string path_ = freshName();
 };
 
 /// All records of an input. Each piece but the last must end where a record does.

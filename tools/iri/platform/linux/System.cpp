@@ -1,6 +1,6 @@
-#include "System.hpp"
+#include "../../System.hpp"
 
-#include "Text.hpp"
+#include "../../Text.hpp"
 
 #include <array>
 #include <cerrno>
@@ -89,7 +89,18 @@ namespace {
         return other;
     }
 
+    /// The system's own numbers are smaller than what holds those of every system.
+    int numberOf(Descriptor descriptor) noexcept
+    {
+        return static_cast<int>(descriptor);
+    }
+
 } // namespace
+
+std::vector<std::string> arguments(int count, char** words)
+{
+    return {words + (count > 0 ? 1 : 0), words + count};
+}
 
 bool isTerminal(Stream stream) noexcept
 {
@@ -107,12 +118,12 @@ std::size_t readSome(std::span<char> buffer)
     return readSome(STDIN_FILENO, "standard input", buffer);
 }
 
-int inputDescriptor() noexcept
+Descriptor inputDescriptor() noexcept
 {
     return STDIN_FILENO;
 }
 
-int openForReading(const std::string& path)
+Descriptor openForReading(const std::string& path)
 {
     int descriptor = -1;
     do
@@ -123,8 +134,9 @@ int openForReading(const std::string& path)
     return awayFromStandardStreams(descriptor);
 }
 
-std::size_t readSome(int descriptor, const std::string& name, std::span<char> buffer)
+std::size_t readSome(Descriptor file, const std::string& name, std::span<char> buffer)
 {
+    const int descriptor = numberOf(file);
     for (;;) {
         waitForInput(descriptor);
         // Asked before each read: a file is never waited for.
@@ -138,13 +150,14 @@ std::size_t readSome(int descriptor, const std::string& name, std::span<char> bu
     }
 }
 
-void close(int descriptor) noexcept
+void close(Descriptor descriptor) noexcept
 {
-    ::close(descriptor);
+    ::close(numberOf(descriptor));
 }
 
-std::optional<std::uint64_t> remainingSize(int descriptor) noexcept
+std::optional<std::uint64_t> remainingSize(Descriptor file) noexcept
 {
+    const int descriptor = numberOf(file);
     struct stat status {};
     if (::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode))
         return std::nullopt;
