@@ -6,7 +6,7 @@ namespace foundation::network::iri {
 
 namespace {
 
-    // Whether the "." at an index, which begins a segment, makes that segment a dot segment.
+    // Whether the segment that begins at an index is a dot segment.
     bool isDotSegmentAt(std::u32string_view path, std::size_t dot) noexcept
     {
         const bool startsPath = dot == 0;
@@ -17,17 +17,33 @@ namespace {
         return rest.starts_with(U"./") && (startsPath || rest.size() > 2);
     }
 
+    // The same of those that begin behind a slash in a part of the path.
+    bool hasDotSegmentIn(std::u32string_view path, std::size_t begin, std::size_t end) noexcept
+    {
+        for (std::size_t i = begin; i < end; ++i) {
+            if (path[i] == U'.' && path[i - 1] == U'/' && isDotSegmentAt(path, i))
+                return true;
+        }
+        return false;
+    }
+
 } // namespace
 
 bool hasDotSegments(std::u32string_view path) noexcept
 {
-    constexpr std::u32string_view NONE;
-    for (std::size_t dot = path.find(U'.'); dot != NONE.npos; dot = path.find(U'.', dot + 1)) {
-        const bool startsSegment = dot == 0 || path[dot - 1] == U'/';
-        if (startsSegment && isDotSegmentAt(path, dot))
+    if (path.starts_with(U'.') && isDotSegmentAt(path, 0))
+        return true;
+    constexpr std::size_t STEP = 8; // units that are looked at without a branch
+    std::size_t index = 1;
+    for (; index + STEP <= path.size(); index += STEP) {
+        const char32_t* const units = path.data() + index;
+        char32_t begins = 0;
+        for (std::size_t i = 0; i < STEP; ++i)
+            begins |= ((units[i] ^ U'.') | (units[i - 1] ^ U'/')) == 0 ? 1U : 0U;
+        if (begins != 0 && hasDotSegmentIn(path, index, index + STEP))
             return true;
     }
-    return false;
+    return hasDotSegmentIn(path, index, path.size());
 }
 
 } // namespace foundation::network::iri

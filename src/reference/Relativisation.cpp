@@ -169,96 +169,110 @@ private:
             setRelativePath(getMinimalRelativePath());
     }
 
-    void setRelativePath(String&& path)
+    void setRelativePath(View path)
     {
-        path_ = std::move(path);
-        assembly_.flags().pathHasDotSegments = hasDotSegments(path_);
-        assembly_.setDecodedPath({}, path_);
+        assembly_.flags().pathHasDotSegments = hasDotSegments(path);
+        assembly_.setDecodedPath({}, path);
     }
 
     // The last segment of the path, named so that it does not take the base's query.
-    String getMinimalRelativePath() const
+    View getMinimalRelativePath()
     {
         const View path = decodedPath(iri_);
-        String result(1, Iri::FULL_STOP);
+        path_ = Iri::FULL_STOP;
         if (path.empty() || path.back() == Iri::FORWARD_SLASH)
-            return result;
+            return path_;
         const std::size_t slash = path.rfind(Iri::FORWARD_SLASH);
         if (slash == View::npos)
-            return result.append(1, Iri::FORWARD_SLASH).append(path);
-        return result.append(path.substr(slash));
+            return path_.append(1, Iri::FORWARD_SLASH).append(path);
+        return path_.append(path.substr(slash));
     }
 
     // The path from the base's to this one's, as plain text; both have one, and they differ.
-    String getRelativePath() const
+    View getRelativePath()
     {
         // A parsed value is compared as it is written, a built one as it is stored.
         if (!iri_.hasSourceText_.load())
             return relativePath(Encoding::Decoded);
-        String written = relativePath(Encoding::Iri);
+        const View written = relativePath(Encoding::Iri);
         if (readsTheSame_)
             return written;
-        return PathCoder::iriToDecoded(written, {}).value_or(String());
+        return path_ = PathCoder::iriToDecoded(written, {}).value_or(String());
     }
 
-    String relativePath(const Encoding& encoding) const
+    // A view of the value's own path, where that has it, or of one that is made.
+    View relativePath(const Encoding& encoding)
     {
-        String ofBase;
-        String ofIri;
-        const View from = reference::withoutDotSegments(base_.pathText(encoding),
-                                                        base_.hasAbsolutePath(), ofBase);
-        const View to =
-            reference::withoutDotSegments(iri_.pathText(encoding), iri_.hasAbsolutePath(), ofIri);
+        const View from = withoutDotSegments(base_, encoding, baseWithoutDots_);
+        const View to = withoutDotSegments(iri_, encoding, withoutDots_);
         if (text::areEqual(from, to))
             return {};
         const std::size_t fromSize = grammar::countPathSegments(from);
         if (fromSize == 0) // no path, or one that cannot be split
-            return String(to);
+            return to;
         const std::size_t toSize = grammar::countPathSegments(to);
         const bool baseIsInRoot = fromSize == 1;
         if (baseIsInRoot && from.starts_with(Iri::FORWARD_SLASH) && toSize != 0
             && to.starts_with(Iri::FORWARD_SLASH))
-            return String(to.substr(1));
+            return to.substr(1);
 
-        View rest = to;
-        const std::size_t common = takeCommonSegments(from, fromSize, rest, toSize);
-        String result = common == 0 ? climbToTop(fromSize, to)
-                                    : upwards(from, fromSize - common).append(separated(rest));
-        if (result.size() >= 3 && result.starts_with(U"./"))
-            result.erase(0, 2);
-        return result;
+        const auto common = toSize == 0 ? CommonSegments() : commonSegments(from, to);
+        if (common.count == 0)
+            return climbToTop(fromSize, to);
+        return goOn(from, fromSize - common.count, to.substr(common.size));
     }
 
-    // Takes off @p to, and counts, the segments that are the same from the start. The last one of
-    // the shorter path never counts.
-    static std::size_t takeCommonSegments(View from, std::size_t fromSize, View& to,
-                                          std::size_t toSize)
+    static View withoutDotSegments(const Iri& iri, const Encoding& encoding, String& made)
     {
-        std::size_t common = 0;
-        for (const std::size_t shorter = std::min(fromSize, toSize); common + 1 < shorter;
-             ++common) {
-            View rest = to;
-            if (!text::areEqual(grammar::takePathSegment(from), grammar::takePathSegment(rest)))
-                break;
-            to = rest;
+        const View path = iri.pathText(encoding);
+        const bool isLookedThrough = encoding == Encoding::Iri && iri.hasSourceText_.load();
+        if (isLookedThrough && !iri.pathHasDotSegments())
+            return path;
+        return reference::withoutDotSegments(path, iri.hasAbsolutePath(), made);
+    }
+
+    struct CommonSegments {
+        std::size_t count = 0;
+        std::size_t size = 0; // of all of them
+    };
+
+    // The segments that are the same from the start. The last one of the shorter path never counts.
+    // Both paths can be split, so that a slash behind the first segment's begins another segment.
+    static CommonSegments commonSegments(View from, View to)
+    {
+        const std::size_t shorter = std::min(from.size(), to.size());
+        const std::size_t difference = text::findDifference(from.data(), to.data(), shorter);
+        CommonSegments common;
+        for (std::size_t i = from.find_first_not_of(Iri::FORWARD_SLASH); i < difference; ++i) {
+            if (from[i] != Iri::FORWARD_SLASH)
+                continue;
+            ++common.count;
+            common.size = i;
         }
         return common;
     }
 
     // The whole path, from above all folders of the base.
-    String climbToTop(std::size_t fromSize, View to) const
+    View climbToTop(std::size_t fromSize, View to)
     {
         const std::size_t count = std::max<std::size_t>(1, fromSize - 1);
-        String result;
         for (std::size_t i = 0; i < count; ++i)
-            result.append(U"../");
+            path_.append(U"../");
         const bool skipSlash = iri_.hasAbsolutePath() && !to.empty();
-        return result.append(to.substr(skipSlash ? 1 : 0));
+        return path_.append(to.substr(skipSlash ? 1 : 0));
     }
 
-    // The way from the base up to where the paths part, @p below segments further up. From a base
-    // three or more segments below, without a slash at its end, this is one step short; that is
-    // meant.
+    // The way from the base up to where the paths part, @p below segments further up, and on to
+    // @p rest, which begins with a slash.
+    View goOn(View from, std::size_t below, View rest)
+    {
+        if (below == 1 && rest.size() > 1) // "./" does not stand in front of something
+            return rest.substr(1);
+        return path_ = upwards(from, below).append(rest);
+    }
+
+    // The way up. From a base three or more segments below, without a slash at its end, this is one
+    // step short; that is meant.
     static String upwards(View from, std::size_t below)
     {
         if (below == 1)
@@ -269,15 +283,6 @@ private:
         for (std::size_t i = 1; i < count; ++i)
             result.append(U"/..");
         return result;
-    }
-
-    // What goes on behind a segment, with the slash that parts it from that.
-    static String separated(View rest)
-    {
-        String result;
-        if (!rest.starts_with(Iri::FORWARD_SLASH))
-            result.push_back(Iri::FORWARD_SLASH);
-        return result.append(rest);
     }
 
     // "//", authority, path and query; empty for a value that has no path at all. A view of the
@@ -307,6 +312,8 @@ private:
     const bool readsTheSame_;
     Iri target_;
     Assembly<String> assembly_;
+    String baseWithoutDots_;
+    String withoutDots_;
     String path_;
 };
 

@@ -101,6 +101,9 @@ namespace {
                     path += ALPHABET[rest % ALPHABET.size()];
                 ASSERT_EQ(hasDotSegments(path), hasDotSegmentsNaively(path))
                     << testing::PrintToString(path);
+                const std::u32string longer = U"/a./..a" + path; // reaches over several steps
+                ASSERT_EQ(hasDotSegments(longer), hasDotSegmentsNaively(longer))
+                    << testing::PrintToString(longer);
                 found += hasDotSegments(path) ? 1 : 0;
             }
         }

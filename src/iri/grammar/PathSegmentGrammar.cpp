@@ -50,12 +50,11 @@ namespace {
 
     // path = ( segment-body / slash-segment / terminal-slash / double-slash-segment )
     //        *slash-segment [ terminal-slash ]
-    template <class Keep>
-    bool path(Cursor<It>& at, Keep keep)
+    bool path(Cursor<It>& at, std::vector<std::u32string>& segments)
     {
         It start = at.position();
         const auto keepSegment = [&] {
-            keep(std::u32string_view(start, at.position()));
+            segments.emplace_back(start, at.position());
             start = at.position();
         };
         if (!segmentBody(at) && !slashSegment(at) && !terminalSlash(at) && !doubleSlashSegment(at))
@@ -74,7 +73,7 @@ bool splitPathSegments(std::u32string_view text, std::vector<std::u32string>& se
 {
     Cursor at(text.begin(), text.end());
     std::vector<std::u32string> found;
-    if (!path(at, [&found](std::u32string_view segment) { found.emplace_back(segment); }))
+    if (!path(at, found))
         return false;
     segments = std::move(found);
     return true;
@@ -82,18 +81,22 @@ bool splitPathSegments(std::u32string_view text, std::vector<std::u32string>& se
 
 std::size_t countPathSegments(std::u32string_view text) noexcept
 {
-    Cursor at(text.begin(), text.end());
-    std::size_t count = 0;
-    return path(at, [&count](std::u32string_view) { ++count; }) ? count : 0;
-}
-
-std::u32string_view takePathSegment(std::u32string_view& rest) noexcept
-{
-    const std::size_t body = rest.find_first_not_of(U'/');
-    const std::size_t size = body == rest.npos ? rest.size() : rest.find(U'/', body);
-    const std::u32string_view segment = rest.substr(0, size);
-    rest.remove_prefix(segment.size());
-    return segment;
+    // The first segment may begin with two slashes, and a slash may stand alone. Behind that each
+    // slash begins a segment, and no two of them stand together.
+    const std::size_t body = text.find_first_not_of(U'/');
+    if (body == text.npos)
+        return text.size() == 1 ? 1 : 0;
+    if (body > 2)
+        return 0;
+    std::size_t count = 1;
+    std::size_t doubled = 0;
+    for (std::size_t i = body + 1; i < text.size(); ++i) {
+        const std::size_t isSlash = text[i] == U'/' ? 1 : 0;
+        const std::size_t followsSlash = text[i - 1] == U'/' ? 1 : 0;
+        count += isSlash;
+        doubled |= isSlash & followsSlash;
+    }
+    return doubled == 0 ? count : 0;
 }
 
 } // namespace foundation::network::iri::grammar

@@ -19,7 +19,4 @@ bool splitPathSegments(std::u32string_view text, std::vector<std::u32string>& se
 /// How many segments a path has; none, if it cannot be split.
 std::size_t countPathSegments(std::u32string_view text) noexcept;
 
-/// Takes the first segment off what is left of a path that can be split, and gives it.
-std::u32string_view takePathSegment(std::u32string_view& rest) noexcept;
-
 } // namespace foundation::network::iri::grammar

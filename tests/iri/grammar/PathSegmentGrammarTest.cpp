@@ -49,6 +49,7 @@ namespace {
             Segments segments;
             EXPECT_EQ(splitPathSegments(row.path, segments), !row.segments.empty());
             EXPECT_EQ(segments, row.segments);
+            EXPECT_EQ(countPathSegments(row.path), row.segments.size());
         }
     }
 
@@ -92,6 +93,7 @@ namespace {
                 Segments segments;
                 ASSERT_EQ(splitPathSegments(path, segments), isSplittable(path))
                     << testing::PrintToString(path);
+                ASSERT_EQ(countPathSegments(path), segments.size()) << testing::PrintToString(path);
                 if (segments.empty())
                     continue;
                 // Together they are the path, and each but the first has one slash at its front.
