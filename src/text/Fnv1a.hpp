@@ -14,6 +14,7 @@ inline std::uint64_t fnv1a(std::u32string_view text) noexcept
 {
     // A zero byte only multiplies, so the multiplications of a run of zero bytes are one.
     constexpr std::uint64_t PRIME_2 = FNV_PRIME * FNV_PRIME;
+    constexpr std::uint64_t PRIME_3 = PRIME_2 * FNV_PRIME;
     constexpr std::uint64_t PRIME_4 = PRIME_2 * PRIME_2;
 
     std::uint64_t hash = FNV_OFFSET_BASIS;
@@ -23,6 +24,10 @@ inline std::uint64_t fnv1a(std::u32string_view text) noexcept
             continue;
         }
         hash = (hash ^ (unit & 0xFF)) * FNV_PRIME;
+        if (unit < 0x10000) {
+            hash = (hash ^ (unit >> 8)) * PRIME_3;
+            continue;
+        }
         hash = (hash ^ ((unit >> 8) & 0xFF)) * FNV_PRIME;
         hash = (hash ^ ((unit >> 16) & 0xFF)) * FNV_PRIME;
         hash = (hash ^ (unit >> 24)) * FNV_PRIME;

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <random>
 #include <string>
@@ -62,6 +63,21 @@ namespace {
             for (char32_t& c : text)
                 c = random() % 2 == 0 ? limits[random() % std::size(limits)]
                                       : static_cast<char32_t>(random());
+            ASSERT_EQ(fnv1a(text), naiveHash(text))
+                << "seed " << SEED << ", text " << i << ": " << testing::PrintToString(text);
+        }
+    }
+
+    // ASCII is hashed by other arithmetic, several characters at a time.
+    TEST(Fnv1a, isThatOfFourBytesForTextsThatAreMostlyAscii)
+    {
+        constexpr std::uint32_t SEED = 20240614;
+        std::mt19937 random(SEED);
+        for (int i = 0; i < 50000; ++i) {
+            std::u32string text(random() % 80, U'\0');
+            const std::size_t others = random() % 4; // of so many in 32
+            for (char32_t& c : text)
+                c = random() % 32 < others ? random() % 0x400 : random() % 0x80;
             ASSERT_EQ(fnv1a(text), naiveHash(text))
                 << "seed " << SEED << ", text " << i << ": " << testing::PrintToString(text);
         }
