@@ -4,9 +4,11 @@
 #include "iri/grammar/UnicodeClasses.hpp"
 #include "text/CodePointIterator.hpp"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <string>
 
 /// The productions of single characters: a table of bits for ASCII, range tests above it.
 namespace foundation::network::iri::grammar {
@@ -188,6 +190,16 @@ namespace detail {
     template <unsigned CLASSES>
     inline constexpr std::array<std::uint8_t, 256> asciiMembers = makeMembers<CLASSES>();
 
+    /// For which of the first code points `ucscharOr` holds, a byte each. What holds for the last
+    /// one holds for all behind it that lie below the surrogates.
+    template <unsigned CLASSES>
+    inline constexpr std::array<std::uint8_t, 256> firstMembers = [] {
+        std::array<std::uint8_t, 256> members{};
+        for (char32_t c = 0; c < members.size(); ++c)
+            members[c] = ucscharOr(c, CLASSES) ? 1 : 0;
+        return members;
+    }();
+
 } // namespace detail
 
 /// Moves past all characters for which `ucscharOr` holds.
@@ -219,6 +231,36 @@ void skipCharacters(Cursor<text::AsciiIterator>& at)
     while (here != last && isMember(here) != 0)
         ++here;
     at.reset(text::AsciiIterator(here));
+}
+
+/// The same where code points lie side by side: without a branch that asks for the script, since
+/// texts change between scripts all the time.
+template <unsigned CLASSES>
+void skipCharacters(Cursor<std::u32string::const_iterator>& at)
+{
+    constexpr char32_t FIRST_SURROGATE = 0xD800;
+    const auto isMember = [](char32_t c) {
+        const char32_t last = detail::firstMembers<CLASSES>.size() - 1;
+        return unsigned{detail::firstMembers<CLASSES>[std::min(c, last)]}
+               & unsigned{c < FIRST_SURROGATE};
+    };
+    constexpr std::ptrdiff_t STEP = 8;
+
+    auto here = at.position();
+    const auto last = at.last();
+    while (last - here >= STEP) {
+        unsigned areMembers = 1;
+        for (std::ptrdiff_t i = 0; i < STEP; ++i)
+            areMembers &= isMember(here[i]);
+        if (areMembers == 0)
+            break;
+        here += STEP;
+    }
+    while (here != last && isMember(*here) != 0)
+        ++here;
+    at.reset(here);
+    if (here != last && *here >= FIRST_SURROGATE)
+        at.skipWhile([](char32_t c) { return ucscharOr(c, CLASSES); });
 }
 
 // *( iunreserved / pct-encoded / sub-delims / more ), the body of iuserinfo and ireg-name, where
