@@ -15,13 +15,24 @@ template <class String>
 bool TemplateIRI<String>::differsInSchemeOrPort(const TemplateIRI& other) const noexcept
 {
     // The number of a port counts here, not its text.
-    return hasScheme() != other.hasScheme() || schemeText() != other.schemeText()
+    return hasScheme() != other.hasScheme() || !text::areEqual(schemeText(), other.schemeText())
            || hasPort() != other.hasPort() || portNumber_ != other.portNumber_;
 }
 
 template <class String>
 bool TemplateIRI<String>::differsInText(const TemplateIRI& other) const
 {
+    // Two texts that lie there are compared for less than their hashes cost. But the hashes of what
+    // was compared count as computed, as a value that was emptied since would show.
+    const auto isText = [](const TemplateIRI& iri) {
+        return iri.hasSourceText_.load(std::memory_order_acquire) && iri.hasComponents_
+               && iri.hash_.isOpen();
+    };
+    if (isText(*this) && isText(other)) {
+        hash_.promise();
+        other.hash_.promise();
+        return !text::areEqual(text_, other.text_);
+    }
     return hashValue() != other.hashValue()
            || !text::areEqual(toNativeStringFromParts(Encoding::Iri),
                               other.toNativeStringFromParts(Encoding::Iri));

@@ -67,6 +67,8 @@ TemplateIRI<String>::TemplateIRI(TemplateIRI&& other) noexcept
     , onDemand_(other.onDemand_.load(std::memory_order_relaxed)) // nobody else uses the source
 {
     other.onDemand_.store(nullptr, std::memory_order_relaxed);
+    if (other.hash_.isLeftBehind())
+        other.hash_.keepPromise([this] { return generateHash(); }); // of the text, which is here
     hash_.assign(other.hash_);
     other.clear();
 }
@@ -101,6 +103,7 @@ TemplateIRI<String>& TemplateIRI<String>::operator=(TemplateIRI&& other)
     }
     const bool refresh = hash_.isValid() && !other.hash_.isValid();
     const std::uint64_t hash = refresh ? other.generateHash() : 0;
+    other.hash_.keepPromise([&other] { return other.generateHash(); }); // it stays with the flags
     text_ = std::move(other.text_);
     ranges_ = other.ranges_;
     flags_ = other.flags_;
@@ -159,6 +162,8 @@ void TemplateIRI<String>::swap(TemplateIRI& other) noexcept
 template <class String>
 void TemplateIRI<String>::clear() noexcept
 {
+    if (hash_.isLeftBehind())
+        hash_.keepPromise([this] { return generateHash(); });
     String().swap(text_); // frees the memory, too
     ranges_ = ComponentRanges();
     flags_ = ComponentFlags();

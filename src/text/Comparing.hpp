@@ -11,8 +11,15 @@ namespace foundation::network::text {
 
 inline bool areEqual(std::u32string_view left, std::u32string_view right) noexcept
 {
-    return left.size() == right.size()
-           && (left.empty() || std::memcmp(left.data(), right.data(), 4 * left.size()) == 0);
+    if (left.size() != right.size())
+        return false;
+    constexpr std::size_t SHORT = 8; // for which a call would cost more, as for schemes
+    if (left.size() > SHORT)
+        return std::memcmp(left.data(), right.data(), 4 * left.size()) == 0;
+    char32_t bits = 0;
+    for (std::size_t i = 0; i < left.size(); ++i)
+        bits |= left[i] ^ right[i];
+    return bits == 0;
 }
 
 /// The index of the first character in which two texts of at least that length differ; that length

@@ -5,9 +5,12 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <iterator>
 #include <map>
+#include <random>
 #include <set>
 #include <string>
 #include <unordered_map>
@@ -216,6 +219,115 @@ TEST(IRIHash, onceComputedSurvivesTheAssignmentOfAnEmptyValue)
     other.hashValue();
     other = IRI();
     EXPECT_EQ(other.hashValue(), hash);
+}
+
+// Comparing texts counts as computing their hashes, whether or not it needs them.
+TEST(IRIHash, ofWhatWasComparedSurvivesTheAssignmentOfAnEmptyValue)
+{
+    for (const char* text : {"x:y", "x:z", "x:a/long/er/text"}) {
+        IRI left = make("x:y");
+        IRI right = make(text);
+        EXPECT_EQ(left == right, text == std::string("x:y"));
+        left = IRI();
+        const IRI moved(std::move(right));
+        EXPECT_EQ(left.hashValue(), naiveHash("x:y"));
+        EXPECT_EQ(right.hashValue(), naiveHash(text)); // NOLINT(bugprone-use-after-move)
+        EXPECT_EQ(moved.hashValue(), naiveHash(text));
+    }
+    IRI left = make("x:y");
+    EXPECT_FALSE(left == make("z:y")); // the schemes differ: no text was looked at
+    left = IRI();
+    EXPECT_EQ(left.hashValue(), 0U);
+}
+
+// Two sets of values go through the same steps at random. In one of them the hashes of what was
+// compared are asked for at once; nobody may see a difference.
+TEST(IRIHash, doesNotTellWhenItWasComputed)
+{
+    constexpr std::uint32_t SEED = 20240613;
+    constexpr std::size_t COUNT = 4;
+    const char* const texts[] = {"x:y", "x:y", "x:z", "z:y", "x://h:1/a", "x://h:01/a", "", "é:例"};
+    std::mt19937 random(SEED);
+    const auto below = [&random](std::size_t limit) { return random() % limit; };
+
+    for (int round = 0; round < 4000; ++round) {
+        std::vector<IRI> lazy(COUNT);
+        std::vector<IRI> eager(COUNT);
+        for (std::size_t i = 0; i < COUNT; ++i) {
+            const std::string text = texts[below(std::size(texts))];
+            lazy[i] = make(text);
+            eager[i] = make(text);
+        }
+        std::string steps;
+        for (int step = 0; step < 12; ++step) {
+            const std::size_t one = below(COUNT);
+            const std::size_t two = below(COUNT);
+            const std::size_t kind = below(8);
+            steps += " " + std::to_string(kind) + ":" + std::to_string(one) + std::to_string(two);
+            SCOPED_TRACE(steps);
+            const auto changeBoth = [&](auto change) {
+                change(lazy[one], lazy[two]);
+                change(eager[one], eager[two]);
+            };
+            const std::string text = texts[below(std::size(texts))];
+            switch (kind) {
+            case 0:
+                changeBoth([](IRI& left, IRI& right) { left = right; });
+                break;
+            case 1:
+                changeBoth([](IRI& left, IRI& right) { left = std::move(right); });
+                break;
+            case 2:
+                changeBoth([](IRI& left, IRI& right) { left.swap(right); });
+                break;
+            case 3:
+                changeBoth([](IRI& left, IRI& right) {
+                    IRI moved(std::move(left));
+                    right = std::move(moved);
+                });
+                break;
+            case 4:
+                changeBoth([&](IRI& left, IRI&) { left = make(text); });
+                break;
+            case 5:
+                changeBoth([](IRI& left, IRI& right) {
+                    const IRI copy(right);
+                    left = IRI();
+                    left = copy;
+                });
+                break;
+            case 6:
+                ASSERT_EQ(lazy[one].hashValue(), eager[one].hashValue());
+                break;
+            default: {
+                const bool areEqual = lazy[one] == lazy[two];
+                ASSERT_EQ(areEqual, eager[one] == eager[two]);
+                ASSERT_EQ(lazy[one] != lazy[two], !areEqual);
+                const auto schemeOf = [](const IRI& iri) {
+                    return iri.hasScheme() ? iri.getSchemeUtf8() : std::string();
+                };
+                const auto portOf = [](const IRI& iri) {
+                    return iri.hasPort() ? int{iri.getPortNumber()} : -1;
+                };
+                const IRI& left = eager[one];
+                const IRI& right = eager[two];
+                const bool textsAreCompared =
+                    !left.isEmpty() && !right.isEmpty() && left.hasScheme() == right.hasScheme()
+                    && schemeOf(left) == schemeOf(right) && portOf(left) == portOf(right);
+                if (textsAreCompared) {
+                    left.hashValue();
+                    right.hashValue();
+                }
+                break;
+            }
+            }
+        }
+        for (std::size_t i = 0; i < COUNT; ++i) {
+            lazy[i] = IRI();
+            eager[i] = IRI();
+            ASSERT_EQ(lazy[i].hashValue(), eager[i].hashValue()) << steps;
+        }
+    }
 }
 
 TEST(IRIHash, neverComputedIsZeroAfterTheAssignmentOfAnEmptyValue)

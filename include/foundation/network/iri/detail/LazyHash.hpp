@@ -19,8 +19,32 @@ public:
     LazyHash& operator=(const LazyHash&) = delete;
     /// @}
 
-    /// Whether the hash belongs to the value and was computed.
-    bool isValid() const noexcept { return state_.load(std::memory_order_acquire) == VALID; }
+    /// Whether the hash belongs to the value and was computed, or promised.
+    bool isValid() const noexcept
+    {
+        return isComputed() || isPromised_.load(std::memory_order_relaxed);
+    }
+
+    /// Whether `promise` may be called: there is no hash yet, or one that was promised only.
+    bool isOpen() const noexcept { return state_.load(std::memory_order_acquire) == UNKNOWN; }
+
+    /// From now on the hash counts as computed here, though nobody needs it yet. Whoever changes
+    /// what it is computed of calls `keepPromise` before. For a computation that cannot throw.
+    void promise() noexcept
+    {
+        if (isPromised_.load(std::memory_order_relaxed))
+            return; // be it taken over; then it was not computed here
+        wasComputedHere_.store(true, std::memory_order_relaxed);
+        isPromised_.store(true, std::memory_order_relaxed);
+    }
+
+    /// Computes the hash, if it was promised.
+    template <class Compute>
+    void keepPromise(Compute compute) noexcept
+    {
+        if (isOpen() && isPromised_.load(std::memory_order_relaxed))
+            set(compute());
+    }
 
     /// The hash, for which @p compute is called if there is none yet. The others wait. If it
     /// throws, the next caller tries again.
@@ -38,11 +62,14 @@ public:
         }
     }
 
-    /// Takes over the hash of another value, if it was computed.
+    /// Takes over the hash of another value, if it was computed, and what was promised, along with
+    /// what it is computed of.
     void assign(const LazyHash& other) noexcept
     {
-        const bool isKnown = other.isValid();
+        const bool isKnown = other.isComputed();
+        const bool isPromised = other.isPromised_.load(std::memory_order_relaxed);
         hash_.store(other.hash_.load(std::memory_order_relaxed), std::memory_order_relaxed);
+        isPromised_.store(isPromised, std::memory_order_relaxed);
         state_.store(isKnown ? VALID : UNKNOWN, std::memory_order_release);
     }
 
@@ -50,6 +77,7 @@ public:
     void set(std::uint64_t hash) noexcept
     {
         hash_.store(hash, std::memory_order_relaxed);
+        isPromised_.store(false, std::memory_order_relaxed);
         state_.store(VALID, std::memory_order_release);
     }
 
@@ -62,16 +90,25 @@ public:
         other.assign(mine);
     }
 
+    /// Whether a hash would be answered still, if the value were gone: one that was computed here.
+    bool isLeftBehind() const noexcept
+    {
+        return isValid() && wasComputedHere_.load(std::memory_order_relaxed);
+    }
+
     /// The value is gone. A hash that was computed here is still answered, but belongs to nothing;
-    /// one that was only taken over is forgotten.
+    /// one that was only taken over is forgotten. What was promised here has been kept.
     void leaveBehind() noexcept
     {
         if (isValid())
-            state_.store(wasComputedHere_ ? LEFT_BEHIND : UNKNOWN, std::memory_order_release);
+            state_.store(isLeftBehind() ? LEFT_BEHIND : UNKNOWN, std::memory_order_release);
+        isPromised_.store(false, std::memory_order_relaxed);
     }
 
 private:
     enum State : int { UNKNOWN, COMPUTING, VALID, LEFT_BEHIND };
+
+    bool isComputed() const noexcept { return state_.load(std::memory_order_acquire) == VALID; }
 
     // Ends a computation, whether it succeeded or threw.
     class Settlement {
@@ -98,13 +135,15 @@ private:
     {
         Settlement settlement(state_);
         hash_.store(compute(), std::memory_order_relaxed);
-        wasComputedHere_ = true;
+        if (!isPromised_.load(std::memory_order_relaxed))
+            wasComputedHere_.store(true, std::memory_order_relaxed);
         settlement.result = VALID;
     }
 
     std::atomic<int> state_{UNKNOWN};
     std::atomic<std::uint64_t> hash_{0};
-    bool wasComputedHere_ = false; // stays with the object, whatever hash it takes over
+    std::atomic<bool> isPromised_{false};
+    std::atomic<bool> wasComputedHere_{false}; // stays with the object, whatever it takes over
 };
 
 } // namespace foundation::network::iri::detail
