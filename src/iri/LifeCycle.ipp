@@ -36,6 +36,9 @@ TemplateIRI<String>::TemplateIRI(const std::string& text)
     readOrThrow(text);
 }
 
+// Others may be reading the source. What they make last is taken first, so that the copy is the
+// source of one moment: the hash, the texts, which it may be of, the components, which those are
+// made of (see `OnDemand`), and in which forms the source's own text was answered.
 template <class String>
 TemplateIRI<String>::TemplateIRI(const TemplateIRI& other)
     : text_(other.text_)
@@ -45,12 +48,13 @@ TemplateIRI<String>::TemplateIRI(const TemplateIRI& other)
     , isEmpty_(other.isEmpty())
     , hasSourceText_(other.hasSourceText_.load())
     , hasComponents_(other.hasComponents_)
-    , formsOfText_(other.formsOfText_.load(std::memory_order_relaxed))
     , dotSegments_(other.dotSegments_.load(std::memory_order_relaxed))
 {
     hash_.assign(other.hash_);
     if (const OnDemand* made = other.onDemand_.load(std::memory_order_acquire))
         onDemand_.store(new OnDemand(*made), std::memory_order_relaxed);
+    formsOfText_.store(other.formsOfText_.load(std::memory_order_relaxed),
+                       std::memory_order_relaxed);
 }
 
 template <class String>
@@ -85,7 +89,7 @@ TemplateIRI<String>& TemplateIRI<String>::operator=(const TemplateIRI& other)
     }
     // A value whose hash is known stays one; it is computed first, so that a failure changes nothing.
     TemplateIRI copy(other);
-    if (hash_.isValid() && !other.hash_.isValid())
+    if (hash_.isValid() && !copy.hash_.isValid())
         copy.hash_.set(copy.generateHash());
     copy.swap(*this);
     return *this;

@@ -42,14 +42,19 @@ private:
     mutable std::atomic<const String*> text_{nullptr};
 };
 
+/// All of it may be made while a copy is taken. The copy has the members in the order in which they
+/// stand here: first what is made last, so that what belongs to that is there when its turn comes.
 template <class String>
 struct TemplateIRI<String>::OnDemand {
+    /// The whole IRI in the forms `IriStrict` and `AsciiStrict`; `strictIndex` tells which is which.
+    std::array<PublishedText<String>, 2> strictTexts;
+
+    /// The whole IRI in each form, also that which a strict text brings along; see `plainIndex`.
+    std::array<PublishedText<String>, 3> plainTexts;
+
     /// A built value's components. Of a parsed value, those that were read in another form than
     /// that of its text.
     StringParts<String> parts;
-
-    /// The whole IRI, as built for each form; which is which, `nativeStringIndex` tells.
-    std::array<PublishedText<String>, 5> nativeStrings;
 };
 
 } // namespace foundation::network::iri::detail

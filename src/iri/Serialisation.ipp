@@ -19,15 +19,19 @@
 
 namespace foundation::network::iri::detail {
 
-/// The place of the text that was built for a form in the table of whole texts. A strict text has
-/// two: its own, and that of the plain text built along with it.
-constexpr std::size_t nativeStringIndex(Encoding encoding, bool strict) noexcept
+/// @{
+/// The places of the texts that were built for a form.
+constexpr std::size_t plainIndex(Encoding encoding) noexcept
 {
     const Form form = formRead(encoding);
-    if (strict)
-        return form == Form::Iri ? 3 : 4;
     return form == Form::Decoded ? 0 : form == Form::Iri ? 1 : 2;
 }
+
+constexpr std::size_t strictIndex(Encoding encoding) noexcept
+{
+    return formRead(encoding) == Form::Iri ? 0 : 1;
+}
+/// @}
 
 template <class String>
 auto TemplateIRI<String>::hostInAuthority(const Encoding& encoding) const -> View
@@ -173,15 +177,15 @@ const String& TemplateIRI<String>::toNativeStringFromParts(const Encoding& encod
         static const String empty;
         return empty;
     }
-    const auto& nativeStrings = onDemand().nativeStrings;
-    const PublishedText<String>& plain = nativeStrings[nativeStringIndex(encoding, false)];
+    const OnDemand& texts = onDemand();
+    const PublishedText<String>& plain = texts.plainTexts[plainIndex(encoding)];
     if (!isStrict(encoding)) {
         const String* made = plain.get();
         if (made != nullptr)
             return *made;
         return plain.publish(std::make_unique<const String>(buildText(encoding, false)));
     }
-    const PublishedText<String>& strict = nativeStrings[nativeStringIndex(encoding, true)];
+    const PublishedText<String>& strict = texts.strictTexts[strictIndex(encoding)];
     if (const String* made = strict.get())
         return *made;
     // A first strict read fixes what later plain reads of the form show, too: the authority in
