@@ -134,7 +134,7 @@ FailingMemory::~FailingMemory()
     numberToFail = 0;
 }
 
-bool FailingMemory::hasFailed() const noexcept
+bool FailingMemory::hasFailed() noexcept
 {
     return requests >= numberToFail;
 }

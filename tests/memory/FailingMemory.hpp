@@ -12,13 +12,13 @@ enum class Shortage { OfOne, FromOneOn };
 /// thread.
 class FailingMemory {
 public:
-    FailingMemory(std::size_t number, Shortage shortage) noexcept;
+    FailingMemory(std::size_t number, Shortage kind) noexcept;
     FailingMemory(const FailingMemory&) = delete;
     FailingMemory& operator=(const FailingMemory&) = delete;
     ~FailingMemory();
 
-    /// Whether some request has failed.
-    bool hasFailed() const noexcept;
+    /// Whether some request has failed since the last one of these was made, on this thread.
+    static bool hasFailed() noexcept;
 };
 
 /// How many pieces of memory are in use.

@@ -56,9 +56,9 @@ namespace {
             try {
                 answer = attempt.run();
             } catch (const std::exception& failure) {
-                EXPECT_TRUE(memory.hasFailed() && isShortage(failure)) << failure.what();
+                EXPECT_TRUE(FailingMemory::hasFailed() && isShortage(failure)) << failure.what();
             }
-            isComplete = !memory.hasFailed();
+            isComplete = !FailingMemory::hasFailed();
         }
         const std::string after = attempt.look();
         if (answer) { // it can do without what it did not get

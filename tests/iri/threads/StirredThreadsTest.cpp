@@ -187,13 +187,13 @@ namespace {
             return IRI(std::move(assigned)).toStringUtf8(true);
         });
         add(result, [](const IRI& iri) { return IRI(IRIArgs(iri)).toStringUtf8(true); });
-        result.push_back([](const IRI& iri, const IRI& base) {
+        result.emplace_back([](const IRI& iri, const IRI& base) {
             return answerOf([&] { return componentsOf(iri.resolveAgainst(base)); });
         });
-        result.push_back([](const IRI& iri, const IRI& base) {
+        result.emplace_back([](const IRI& iri, const IRI& base) {
             return answerOf([&] { return iri.makeRelativeTo(base).toStringUtf8(true); });
         });
-        result.push_back([](const IRI& iri, const IRI& other) {
+        result.emplace_back([](const IRI& iri, const IRI& other) {
             return answerOf([&] { return relationOf(iri, other) + relationOf(other, iri); });
         });
         return result;
@@ -206,10 +206,10 @@ namespace {
     public:
         RightAnswers()
         {
-            for (std::size_t i = 0; i < makerCount; ++i)
-                for (std::size_t j = 0; j < makerCount; ++j)
+            for (const Maker& value : makers)
+                for (const Maker& other : makers)
                     for (const Operation& operation : operations)
-                        answers_.push_back(operation(makers[i].make(), makers[j].make()));
+                        answers_.push_back(operation(value.make(), other.make()));
         }
 
         const std::string& of(std::size_t value, std::size_t other, std::size_t operation) const
