@@ -36,10 +36,10 @@ bool hasDotSegments(std::u32string_view path) noexcept
     constexpr std::size_t STEP = 8; // units that are looked at without a branch
     std::size_t index = 1;
     for (; index + STEP <= path.size(); index += STEP) {
-        const char32_t* const units = path.data() + index;
+        const char32_t* const units = path.data() + index - 1;
         char32_t begins = 0;
         for (std::size_t i = 0; i < STEP; ++i)
-            begins |= ((units[i] ^ U'.') | (units[i - 1] ^ U'/')) == 0 ? 1U : 0U;
+            begins |= ((units[i] ^ U'/') | (units[i + 1] ^ U'.')) == 0 ? 1U : 0U;
         if (begins != 0 && hasDotSegmentIn(path, index, index + STEP))
             return true;
     }
