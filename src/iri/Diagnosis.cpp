@@ -252,9 +252,7 @@ namespace {
         const TextView<Unit> other = notTaken(port, [isDigit](auto& at) { at.skipWhile(isDigit); });
         if (!other.empty())
             return Trouble<Unit>{Code::BadPort, Part::Port, other, "a digit from 0 to 9"};
-        auto at = cursorOver(port);
-        if (std::uint16_t number = 0; grammar::port_number(at, number))
-            return std::nullopt;
+        // A text whose port is good has its trouble elsewhere, where it was looked for before.
         return Trouble<Unit>{Code::PortTooLarge, Part::Port, port, "a number from 0 to 65535"};
     }
 

@@ -389,6 +389,20 @@ TEST(IRI, refusesInvalidUtf16WithTheUnitAtFault)
     }
 }
 
+// What an IRI is made of takes UTF-32, too.
+TEST(IRI, isReadFromUtf32)
+{
+    using Base = iri::detail::TemplateIRI<std::u32string>;
+    const Base iri(U"x://h\u00E4/p?\uE000#\U0001F600");
+    EXPECT_EQ(iri.toStringUtf8(iri::Encoding::Iri), "x://h\u00E4/p?\uE000#\U0001F600");
+    EXPECT_EQ(iri, Base(std::string("x://h\u00E4/p?\uE000#\U0001F600")));
+    for (const char32_t* text : {U":", U"x:\uE000", U"x://h:65536", U"x: "}) {
+        SCOPED_TRACE(testing::PrintToString(std::u32string(text)));
+        EXPECT_TRUE(
+            throwsExactly<LogicFailure>([&] { Base{std::u32string(text)}; }, "IRI parsing failed"));
+    }
+}
+
 TEST(IRI, failuresAreCaughtByTheirStandardBasesToo)
 {
     EXPECT_THROW(IRI(std::string(":")), std::logic_error);
