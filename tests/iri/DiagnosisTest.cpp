@@ -49,6 +49,7 @@ namespace {
         {":", "missing-scheme", "scheme", 0, 1, 0, "./:"},
         {":a/b?c#d", "missing-scheme", "scheme", 0, 1, 0, "./:a/b?c#d"},
         {"://h/", "missing-scheme", "scheme", 0, 1, 0, NONE},
+        {"://", "missing-scheme", "scheme", 0, 1, 0, NONE},
         {"1a:b", "bad-scheme", "scheme", 0, 1, 0, "./1a:b"},
         {"my_x:b", "bad-scheme", "scheme", 2, 1, 2, "./my_x:b"},
         {"é_x:b", "bad-scheme", "scheme", 2, 1, 1, "./é_x:b"},
