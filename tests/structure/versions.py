@@ -16,23 +16,36 @@ def first(pattern, text):
 # Each file that has to name the version itself, and how it does.
 TOLD = {
     "CHANGELOG.md": r"^## (\d\S*)$",  # the last version; what is not released stands above it
+    "debian/changelog": r"^zkflnetwork \((\S+)-\d+\)",
+}
+# And the SOVERSION, where it is part of a name.
+TOLD_SOVERSION = {
+    "debian/control": r"^Package: libzkflnetwork(\d+)$",
+    "debian/libzkflnetwork0.symbols": r"^libzkflnetwork\.so\.(\d+) libzkflnetwork\1 #MINVER#$",
 }
 
 
-def problems(root, version, soversion):
-    """What tells another version, as texts."""
-    for name, pattern in TOLD.items():
-        told = first(pattern, (root / name).read_text(encoding="utf-8"))
-        if told != version:
-            yield f"{name} tells {told}, not {version}"
-
-
-def main(root, pc_file=None, iri=None):
-    root = pathlib.Path(root)
+def version_of(root):
+    """The version and the SOVERSION, which only CMake is told."""
     version = first(r"^project\(zkflnetwork\n +VERSION (\d+\.\d+\.\d+)$",
                     (root / "CMakeLists.txt").read_text(encoding="utf-8"))
     soversion = first(r"^ +SOVERSION (\d+)\)$",
                       (root / "src/CMakeLists.txt").read_text(encoding="utf-8"))
+    return version, soversion
+
+
+def problems(root, version, soversion):
+    """What tells another version, as texts."""
+    for files, wanted in ((TOLD, version), (TOLD_SOVERSION, soversion)):
+        for name, pattern in files.items():
+            told = first(pattern, (root / name).read_text(encoding="utf-8"))
+            if told != wanted:
+                yield f"{name} tells {told}, not {wanted}"
+
+
+def main(root, pc_file=None, iri=None):
+    root = pathlib.Path(root)
+    version, soversion = version_of(root)
     if not version or not soversion:
         print(f"CMakeLists.txt tells the version {version} and the SOVERSION {soversion}")
         return 1
