@@ -17,6 +17,7 @@ def first(pattern, text):
 TOLD = {
     "CHANGELOG.md": r"^## (\d\S*)$",  # the last version; what is not released stands above it
     "debian/changelog": r"^zkflnetwork \((\S+)-\d+\)",
+    "packaging/vcpkg/ports/zkflnetwork/vcpkg.json": r'^  "version": "([^"]*)",$',
 }
 # And the SOVERSION, where it is part of a name.
 TOLD_SOVERSION = {
