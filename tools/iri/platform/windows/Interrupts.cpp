@@ -33,9 +33,10 @@ namespace {
     BOOL WINAPI noteInterrupt(DWORD event)
     {
         constexpr DWORD PATIENCE = 10; // milliseconds
-        // The second one takes its usual way.
-        if (event != CTRL_C_EVENT || interrupted.exchange(true))
+        if (event != CTRL_C_EVENT)
             return FALSE;
+        if (interrupted.exchange(true))
+            endAsInterrupted(); // the second one, as if the first had not been caught
         while (cancelRead())
             Sleep(PATIENCE);
         return TRUE;
