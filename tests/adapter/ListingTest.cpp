@@ -3,11 +3,11 @@
 #include "adapter/InventedAdapters.hpp"
 #include "except/Expected.hpp"
 #include "except/Handlers.hpp"
+#include "platform/SystemAnswers.hpp"
 #include "text/Failure.hpp"
 
 #include <gtest/gtest.h>
 
-#include <cerrno>
 #include <cstdint>
 #include <string>
 #include <system_error>
@@ -196,38 +196,30 @@ namespace {
         EXPECT_TRUE(Listing::active(readerOf({})).empty());
     }
 
-    struct Failing {
-        int code;
-        const char* text;
-    };
-
-    const Failing failing[] = {
-        {ENODATA, "Call to GetAdaptersAddresses failed.: No data available"},
-        {EMFILE, "Call to GetAdaptersAddresses failed.: Too many open files"},
-        {ENOMEM, "Call to GetAdaptersAddresses failed.: Cannot allocate memory"},
-    };
-
     TEST(Listing, reportsTheFailureOfTheSystem)
     {
         namespace handlers = core::except::tests;
-        for (const Failing& row : failing) {
-            SCOPED_TRACE(row.text);
+        for (const int code : systemFailures()) {
+            SCOPED_TRACE(code);
+            const std::error_code systemFailure(code, std::system_category());
+            const std::string text =
+                "Call to GetAdaptersAddresses failed.: " + systemFailure.message();
             // What the reader had found by then is of no account.
             const TableReader reader = [&](Records& table) {
                 table = {ordinary(1, u"eth0", {unicast("10.0.0.1", 8)})};
-                return std::error_code(row.code, std::system_category());
+                return systemFailure;
             };
             for (const auto list : {&Listing::all, &Listing::active}) {
                 EXPECT_EQ(
                     failureOf([&] { list(reader); }),
                     (Failure{typeid(core::except::AnonymousInternalException<std::system_error>),
-                             row.text}));
+                             text}));
                 EXPECT_EQ(handlers::handlersThatTake([&] { list(reader); }),
                           handlers::namesForSystemError());
                 try {
                     list(reader);
                 } catch (const std::system_error& failure) {
-                    EXPECT_EQ(failure.code(), std::error_code(row.code, std::system_category()));
+                    EXPECT_EQ(failure.code(), systemFailure);
                 }
             }
         }

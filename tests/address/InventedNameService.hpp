@@ -4,8 +4,9 @@
 #include <string>
 #include <vector>
 
-/// A name service for tests. Whoever links InventedNameService.cpp replaces `getaddrinfo` and
-/// `getnameinfo` for the whole program, and nothing is asked of the real one.
+/// A name service for tests. Whoever links this and ReplacedNameService.cpp of the system's folder
+/// replaces `getaddrinfo` and `getnameinfo` for the whole program, and nothing is asked of the real
+/// one.
 namespace foundation::network::tests {
 
 /// What the name service knows, and what it was asked.
@@ -16,7 +17,7 @@ struct InventedNameService {
     std::map<std::string, std::string> names;          ///< of the text of an address
     int forwardFailure = 0;                            ///< what `getaddrinfo` answers, unless 0
     int reverseFailure = 0;                            ///< what `getnameinfo` answers, unless 0
-    int systemFailure = 0;                             ///< what both leave in `errno`
+    int systemFailure = 0; ///< what both leave as the system's last error
     std::vector<std::string> questions;
 };
 

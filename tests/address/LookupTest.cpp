@@ -5,11 +5,11 @@
 #include "address/InventedNameService.hpp"
 #include "except/Expected.hpp"
 #include "except/Handlers.hpp"
+#include "platform/SystemAnswers.hpp"
 #include "text/Failure.hpp"
 
 #include <gtest/gtest.h>
 
-#include <cerrno>
 #include <functional>
 #include <memory>
 #include <string>
@@ -17,8 +17,6 @@
 #include <typeinfo>
 #include <utility>
 #include <vector>
-
-#include <netdb.h>
 
 namespace foundation::network {
 namespace {
@@ -161,52 +159,26 @@ namespace {
         EXPECT_EQ(InetAddress(std::string("192.0.2.7")).getCanonicalHostName(), "seven.example");
     }
 
-    struct Row {
-        int answer;
-        int systemFailure;
-        const char* category;
-        int value;
-        const char* text;
-    };
-
-    // "system" is std::system_category(); the others are Boost's.
-    const Row failures[] = {
-        {EAI_NONAME, 0, "asio.netdb", HOST_NOT_FOUND, "Host not found (authoritative)"},
-        {EAI_NODATA, 0, "asio.netdb", HOST_NOT_FOUND, "Host not found (authoritative)"},
-        {EAI_ADDRFAMILY, 0, "asio.netdb", HOST_NOT_FOUND, "Host not found (authoritative)"},
-        {EAI_AGAIN, 0, "asio.netdb", TRY_AGAIN,
-         "Host not found (non-authoritative), try again later"},
-        {EAI_FAIL, 0, "asio.netdb", NO_RECOVERY,
-         "A non-recoverable error occurred during database lookup"},
-        {EAI_SERVICE, 0, "asio.addrinfo", EAI_SERVICE, "Service not found"},
-        {EAI_SOCKTYPE, 0, "asio.addrinfo", EAI_SOCKTYPE, "Socket type not supported"},
-        {EAI_BADFLAGS, 0, "system", EINVAL, "Invalid argument"},
-        {EAI_FAMILY, 0, "system", EAFNOSUPPORT, "Address family not supported by protocol"},
-        {EAI_MEMORY, 0, "system", ENOMEM, "Cannot allocate memory"},
-        {EAI_SYSTEM, EMFILE, "system", EMFILE, "Too many open files"},
-        {EAI_SYSTEM, EIO, "system", EIO, "Input/output error"},
-    };
-
-    void expectFailure(const Row& row, const std::function<void()>& operation)
+    void expectFailure(const NameServiceFailure& row, const std::function<void()>& operation)
     {
         try {
             operation();
             ADD_FAILURE() << "threw nothing";
         } catch (const std::system_error& failure) {
             EXPECT_EQ(typeid(failure), typeid(SystemFailure));
-            EXPECT_STREQ(failure.what(), row.text); // the text of the code with nothing added
+            EXPECT_EQ(failure.what(), row.text); // the text of the code with nothing added
             EXPECT_EQ(failure.code().value(), row.value);
-            EXPECT_STREQ(failure.code().category().name(), row.category);
+            EXPECT_EQ(failure.code().category().name(), row.category);
             EXPECT_EQ(failure.code().category() == std::system_category(),
-                      std::string("system") == row.category);
+                      row.category == "system");
         }
     }
 
     TEST_F(Lookup, failuresOfAForwardLookupKeepTheirCode)
     {
         nameService().names["192.0.2.7"] = "seven.example";
-        for (const Row& row : failures) {
-            SCOPED_TRACE(std::string(row.text) + " " + std::to_string(row.answer));
+        for (const NameServiceFailure& row : nameServiceFailures()) {
+            SCOPED_TRACE(row.text + " " + std::to_string(row.answer));
             nameService().forwardFailure = row.answer;
             nameService().systemFailure = row.systemFailure;
             expectFailure(row, [] { InetAddress::getByName("host"); });
@@ -220,11 +192,9 @@ namespace {
     TEST_F(Lookup, failureOfAForwardLookupWithoutAnyCodeIsOneForGood)
     {
         nameService().names["192.0.2.7"] = "seven.example";
-        for (const int answer : {EAI_SYSTEM, EAI_OVERFLOW, -12345}) {
-            SCOPED_TRACE(answer);
-            nameService().forwardFailure = answer;
-            const Row row = {answer, 0, "asio.netdb", NO_RECOVERY,
-                             "A non-recoverable error occurred during database lookup"};
+        for (const NameServiceFailure& row : failuresWithoutCode()) {
+            SCOPED_TRACE(row.answer);
+            nameService().forwardFailure = row.answer;
             expectFailure(row, [] { InetAddress::getByName("host"); });
             expectFailure(row, [] { InetAddress::getAllByName("host"); });
             expectFailure(row,
@@ -235,8 +205,8 @@ namespace {
     TEST_F(Lookup, failuresOfAReverseLookupKeepTheirCode)
     {
         const InetAddress address(std::string("192.0.2.7"));
-        for (const Row& row : failures) {
-            SCOPED_TRACE(std::string(row.text) + " " + std::to_string(row.answer));
+        for (const NameServiceFailure& row : nameServiceFailures()) {
+            SCOPED_TRACE(row.text + " " + std::to_string(row.answer));
             nameService().reverseFailure = row.answer;
             nameService().systemFailure = row.systemFailure;
             expectFailure(row, [&] { address.getHostName(); });
@@ -253,7 +223,7 @@ namespace {
         namespace handlers = core::except::tests;
         const auto forward = [] { InetAddress::getByName("unknown"); };
         EXPECT_EQ(handlers::handlersThatTake(forward), handlers::namesForSystemError());
-        nameService().reverseFailure = EAI_AGAIN;
+        nameService().reverseFailure = temporaryFailure().answer;
         const auto reverse = [] { InetAddress().getHostName(); };
         EXPECT_EQ(handlers::handlersThatTake(reverse), handlers::namesForSystemError());
     }
@@ -265,14 +235,14 @@ namespace {
             FAIL() << "threw nothing";
         } catch (const boost::exception_detail::clone_base& failure) {
             const std::unique_ptr<const boost::exception_detail::clone_base> clone(failure.clone());
-            expectFailure(failures[0], [&] { clone->rethrow(); });
+            expectFailure(nameServiceFailures().front(), [&] { clone->rethrow(); });
         }
     }
 
     // After a failure nothing is left behind: the next question is answered.
     TEST_F(Lookup, canBeRepeatedAfterAFailure)
     {
-        nameService().forwardFailure = EAI_AGAIN;
+        nameService().forwardFailure = temporaryFailure().answer;
         EXPECT_THROW(InetAddress::getByName("host"), SystemFailure);
         nameService().forwardFailure = 0;
         nameService().addresses["host"] = {"192.0.2.7"};

@@ -13,9 +13,10 @@
 # WORK       a folder to work in
 # COMPILER   the C++ compiler; where that is not installed the test is skipped, and with
 #            ZKFLNETWORK_REQUIRE_COMPILERS in the environment it fails
-# TOOLCHAIN  the toolchain file, where another machine is compiled for, and its machine
-# MACHINE
+# TOOLCHAIN  the toolchain file, where another machine or system is compiled for
+# MACHINE    that machine, where its system is Linux
 # EMULATOR   the command that runs what was compiled, a list; empty on the machine itself
+# SUFFIX     what the names of programs end with
 
 cmake_minimum_required(VERSION 3.22)
 
@@ -38,11 +39,18 @@ endif()
 set(compiler_choice "-DCMAKE_CXX_COMPILER=${COMPILER}")
 set(compiler_flags "")
 if(TOOLCHAIN)
-    set(compiler_choice "-DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN}" "-DZKFLNETWORK_MACHINE=${MACHINE}")
-    # Boost is not where the compiler looks, and the library's own needs are not on the command line.
+    set(compiler_choice "-DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN}")
+endif()
+# Boost is not where the compiler looks, and the library's own needs are not on the command line.
+if(MACHINE)
+    list(APPEND compiler_choice "-DZKFLNETWORK_MACHINE=${MACHINE}")
     set(sysroot "${SOURCE}/build/sysroot/${MACHINE}")
     set(compiler_flags -isystem "${sysroot}/usr/include"
         "-Wl,-rpath-link,${sysroot}/usr/lib/${MACHINE}-linux-gnu")
+elseif(SUFFIX STREQUAL ".exe")
+    set(compiler_flags -isystem "${SOURCE}/build/windows-packages/prefix/include")
+    # Windows knows no paths in programs.
+    set(ENV{WINEPATH} "Z:${prefix}/bin;Z:${BUILD}/bin")
 endif()
 
 function(run)
@@ -57,6 +65,7 @@ endfunction()
 
 function(expect_output)
     execute_process(COMMAND ${ARGN} RESULT_VARIABLE result OUTPUT_VARIABLE output)
+    string(REPLACE "\r\n" "\n" output "${output}") # as the streams of C++ end lines on Windows
     if(NOT result EQUAL 0 OR NOT output STREQUAL expected)
         message("printed:\n${output}expected:\n${expected}")
         message(FATAL_ERROR "status ${result}: ${ARGV0}")
@@ -68,7 +77,10 @@ function(build_with_cmake)
     run("${CMAKE_COMMAND}" -S "${SOURCE}/tests/consumers" -B "${folder}" -G Ninja
         ${compiler_choice} ${ARGN})
     run("${CMAKE_COMMAND}" --build "${folder}")
-    expect_output(${EMULATOR} "${folder}/consumer")
+    if(SUFFIX STREQUAL ".exe")
+        set(folder "${folder}/bin")
+    endif()
+    expect_output(${EMULATOR} "${folder}/consumer${SUFFIX}")
 endfunction()
 
 if(MODE STREQUAL "install")
@@ -81,16 +93,16 @@ if(MODE STREQUAL "install")
     # gdb looks under the whole name that the library had where it was put.
     file(GLOB_RECURSE library RELATIVE "${prefix}" "${prefix}/*/libzkflnetwork.so.*.*.*")
     list(FILTER library EXCLUDE REGEX "-gdb\\.py$")
-    if(NOT EXISTS "${prefix}/share/gdb/auto-load/${installed}/${library}-gdb.py")
+    if(NOT SUFFIX STREQUAL ".exe" AND NOT EXISTS "${prefix}/share/gdb/auto-load/${installed}/${library}-gdb.py")
         message(FATAL_ERROR "There is no script for gdb that goes with ${library}")
     endif()
     # The tool, if it was built, brings along its manual page and what shells read.
-    if(EXISTS "${prefix}/bin/iri")
+    if(EXISTS "${prefix}/bin/iri${SUFFIX}")
         foreach(pair IN ITEMS "bash:bash-completion/completions/iri" "zsh:zsh/site-functions/_iri"
                               "fish:fish/vendor_completions.d/iri.fish")
             string(REGEX MATCH "^([a-z]+):(.*)$" pair "${pair}")
             file(READ "${prefix}/share/${CMAKE_MATCH_2}" expected)
-            expect_output(${EMULATOR} "${prefix}/bin/iri" completion "${CMAKE_MATCH_1}")
+            expect_output(${EMULATOR} "${prefix}/bin/iri${SUFFIX}" completion "${CMAKE_MATCH_1}")
         endforeach()
         file(READ "${SOURCE}/docs/man/iri.1" page)
         file(READ "${prefix}/share/man/man1/iri.1" installed_page)
@@ -114,16 +126,16 @@ elseif(MODE STREQUAL "pkg-config")
     separate_arguments(flags UNIX_COMMAND "${flags}")
     file(MAKE_DIRECTORY "${folder}")
     run("${COMPILER}" -std=c++20 -Wall -Wextra -Wpedantic -Wconversion -Werror
-        "${SOURCE}/tests/consumers/consumer.cpp" -o "${folder}/consumer" ${compiler_flags}
-        ${flags})
-    file(GLOB_RECURSE library "${prefix}/*/libzkflnetwork.so")
+        "${SOURCE}/tests/consumers/consumer.cpp" -o "${folder}/consumer${SUFFIX}"
+        ${compiler_flags} ${flags})
+    file(GLOB_RECURSE library "${prefix}/*/libzkflnetwork.so" "${prefix}/*/zkflnetwork.dll")
     get_filename_component(library_folder "${library}" DIRECTORY)
     if(EMULATOR)
         # It names the folders of the libraries itself, and takes one more.
         list(TRANSFORM EMULATOR APPEND ":${library_folder}" REGEX "^LD_LIBRARY_PATH=")
     endif()
     expect_output("${CMAKE_COMMAND}" -E env "LD_LIBRARY_PATH=${library_folder}"
-        ${EMULATOR} "${folder}/consumer")
+        ${EMULATOR} "${folder}/consumer${SUFFIX}")
 else()
     message(FATAL_ERROR "MODE=${MODE} is not known")
 endif()

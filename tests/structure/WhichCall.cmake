@@ -10,9 +10,10 @@ add_test(NAME structure.which-call-code
 foreach(example IN LISTS examples)
     # What these print is up to the machine; structure.which-call-network gives them one.
     if(NOT example MATCHES "^(lookup|machine)$")
+        zkflnetwork_runnable(program example_${example})
         add_test(NAME structure.which-call-output.${example}
             COMMAND ${python} "${readme}" output "${page}"
-                    $<TARGET_FILE:example_${example}> build/dev/examples/${example})
+                    ${program} build/dev/examples/${example})
     endif()
 endforeach()
 if(CMAKE_SYSTEM_NAME STREQUAL "Linux")

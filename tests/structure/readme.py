@@ -60,7 +60,8 @@ def check_output(page, program, word, *others):
         # As a terminal shows it: what goes wrong stands among the rest.
         run = subprocess.run([program, *arguments], stdin=subprocess.DEVNULL,
                              stdout=subprocess.PIPE, stderr=subprocess.STDOUT, check=False)
-        if compare("output", output, run.stdout.decode("utf-8")):
+        # Windows ends lines in its own way where a program does not object.
+        if compare("output", output, run.stdout.decode("utf-8").replace("\r\n", "\n")):
             return 1
         if run.returncode > NO:
             print(f"{arguments} ends with {run.returncode}")

@@ -5,9 +5,10 @@
 #include <foundation/network/IRI.hpp>
 #include <foundation/network/IRIArgs.hpp>
 
+#include "threads/Barrier.hpp"
+
 #include <gtest/gtest.h>
 
-#include <barrier>
 #include <chrono>
 #include <cstddef>
 #include <cstdlib>
@@ -272,7 +273,7 @@ namespace {
         const RightAnswers right;
         Complaints complaints;
         Values values;
-        std::barrier meeting(threadCount);
+        tests::Barrier meeting(threadCount);
         std::vector<std::thread> threads;
         for (std::size_t thread = 0; thread < threadCount; ++thread)
             threads.emplace_back([&, thread] {
@@ -280,9 +281,9 @@ namespace {
                 for (std::size_t round = 0; round < rounds; ++round) {
                     if (thread == 0)
                         values = makeValues(); // for which nothing was made yet
-                    meeting.arrive_and_wait();
+                    meeting.arriveAndWait();
                     work(values, round, right, random, complaints);
-                    meeting.arrive_and_wait();
+                    meeting.arriveAndWait();
                 }
             });
         for (std::thread& thread : threads)

@@ -13,6 +13,8 @@ import tempfile
 import time
 import unittest
 
+import left_out
+
 TIMEOUT = 120
 MEBIBYTE = 1 << 20
 PROGRAM = ""
@@ -107,7 +109,7 @@ class Ends(unittest.TestCase):
                                       stderr=subprocess.PIPE) as process:
                     self.assertTrue(process.stdout.readline().endswith(b"\n"))
                     process.stdout.close()
-                    self.assertEqual(process.wait(TIMEOUT), -signal.SIGPIPE)
+                    self.assertEqual(process.wait(TIMEOUT), left_out.READER_GONE)
                     self.assertEqual(process.stderr.read(), b"")
 
     def test_what_cannot_be_read(self):
@@ -176,7 +178,7 @@ class Ends(unittest.TestCase):
             process.send_signal(signal.SIGINT)
             output += process.stdout.read()
             errors = process.stderr.read()
-            self.assertEqual(process.wait(TIMEOUT), -signal.SIGINT)
+            self.assertEqual(process.wait(TIMEOUT), left_out.INTERRUPTED)
         self.assertEqual(errors, b"")
         return cut(output)
 
@@ -206,7 +208,7 @@ class Ends(unittest.TestCase):
                     first = process.stdout.readline()
                     process.send_signal(signal.SIGINT)
                     output = first + process.stdout.read()
-                    self.assertEqual(process.wait(TIMEOUT), -signal.SIGINT)
+                    self.assertEqual(process.wait(TIMEOUT), left_out.INTERRUPTED)
                 self.assertEqual(set(cut(output)), {b"h"})
                 self.assertLess(len(output), 2 * 1000000)
 
@@ -219,7 +221,7 @@ class Ends(unittest.TestCase):
             process.send_signal(signal.SIGINT)
             time.sleep(0.2)
             process.send_signal(signal.SIGINT)
-            self.assertEqual(process.wait(TIMEOUT), -signal.SIGINT)
+            self.assertEqual(process.wait(TIMEOUT), left_out.INTERRUPTED)
 
     def test_an_interrupt_is_ignored_where_the_caller_says_so(self):
         with subprocess.Popen([PROGRAM, "map", "get", "host"], stdin=subprocess.PIPE,
@@ -241,7 +243,7 @@ class Ends(unittest.TestCase):
             process.send_signal(signal.SIGINT)
             self.assertEqual(process.stdout.read(), b"")
             self.assertEqual(process.stderr.read(), b"")
-            self.assertEqual(process.wait(TIMEOUT), -signal.SIGINT)
+            self.assertEqual(process.wait(TIMEOUT), left_out.INTERRUPTED)
 
 
 class OneForOne(unittest.TestCase):
@@ -358,4 +360,4 @@ class Room(unittest.TestCase):
 
 if __name__ == "__main__":
     PROGRAM = sys.argv.pop(1)
-    unittest.main()
+    left_out.run_unittests("tool.iri-bulk")

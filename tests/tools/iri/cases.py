@@ -14,6 +14,8 @@ import sys
 import termios
 import threading
 
+import left_out
+
 TIMEOUT = 60
 FIELDS = {"name", "args", "stdin", "env", "terminal", "stdout", "stdoutBegins", "json", "stderr",
           "stderrBegins", "exit"}
@@ -72,6 +74,14 @@ def run(program, case):
     return terminal.end(), done.stderr, done.returncode
 
 
+def as_elsewhere(output):
+    """With the codes and the words of Linux where those of Windows mean the same."""
+    if left_out.IS_WINDOWS:
+        output = output.replace(b"[system:10022]", b"[system:22]")
+        output = output.replace(b": Host not found:", b": Host not found (authoritative):")
+    return output
+
+
 def with_colors(text):
     return re.sub(rb"<([0-9;]+)>", b"\x1b[\\1m", text)
 
@@ -105,9 +115,15 @@ def differences(case, stdout, stderr, code):
 
 def main(program, table):
     cases = json.loads(pathlib.Path(table).read_text(encoding="utf-8"))["cases"]
+    impossible = left_out.reasons("tool.iri-cases")
+    if unknown := set(impossible) - {case["name"] for case in cases}:
+        print(f"windows/left-out.txt names cases that are not there: {unknown}")
+        return 1
+    cases = [case for case in cases if case["name"] not in impossible]
     failed = 0
     for case in cases:
-        found = list(differences(case, *run(program, case)))
+        stdout, stderr, code = run(program, case)
+        found = list(differences(case, as_elsewhere(stdout), as_elsewhere(stderr), code))
         for difference in found:
             print(f"{case['name']}: {difference}")
         failed += bool(found)

@@ -1,0 +1,30 @@
+// The C library's functions by which names are looked up, replaced for the whole program.
+
+#include <arpa/inet.h>
+#include <netdb.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+
+#include "address/InventedNameService.ipp"
+
+namespace tests = foundation::network::tests;
+
+// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name): names for readers
+extern "C" int getaddrinfo(const char* name, const char* service, const addrinfo* hints,
+                           addrinfo** result)
+{
+    return tests::inventedForwardLookup(name, service, hints, result);
+}
+
+// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name): names for readers
+extern "C" void freeaddrinfo(addrinfo* entry) noexcept
+{
+    tests::freeInvented(entry);
+}
+
+// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name): names for readers
+extern "C" int getnameinfo(const sockaddr* address, socklen_t, char* host, socklen_t hostSize,
+                           char* service, socklen_t serviceSize, int flags)
+{
+    return tests::inventedReverseLookup(address, {host, hostSize}, {service, serviceSize}, flags);
+}

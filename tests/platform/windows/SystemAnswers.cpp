@@ -1,0 +1,77 @@
+#include "platform/SystemAnswers.hpp"
+
+#include <winsock2.h>
+
+#include <ws2tcpip.h>
+
+namespace foundation::network::tests {
+
+namespace {
+
+    // On Windows all failures of the name service are codes of the system, whose texts are in its
+    // language.
+    NameServiceFailure failure(int answer, int value)
+    {
+        return {answer, 0, "system", value, std::system_category().message(value)};
+    }
+
+} // namespace
+
+std::vector<NameServiceFailure> nameServiceFailures()
+{
+    return {
+        failure(EAI_NONAME, WSAHOST_NOT_FOUND),
+        temporaryFailure(),
+        failure(EAI_FAIL, WSANO_RECOVERY),
+        failure(EAI_SERVICE, WSATYPE_NOT_FOUND),
+        failure(EAI_SOCKTYPE, WSAESOCKTNOSUPPORT),
+        failure(EAI_BADFLAGS, WSAEINVAL),
+        failure(EAI_FAMILY, WSAEAFNOSUPPORT),
+        failure(EAI_MEMORY, ERROR_OUTOFMEMORY),
+        {-1, WSAEMFILE, "system", WSAEMFILE, std::system_category().message(WSAEMFILE)},
+        {-1, WSANOTINITIALISED, "system", WSANOTINITIALISED,
+         std::system_category().message(WSANOTINITIALISED)},
+    };
+}
+
+std::vector<NameServiceFailure> failuresWithoutCode()
+{
+    return {failure(-1, WSANO_RECOVERY), failure(-12345, WSANO_RECOVERY)};
+}
+
+NameServiceFailure temporaryFailure()
+{
+    return failure(EAI_AGAIN, WSATRY_AGAIN);
+}
+
+void setSystemFailure(int code)
+{
+    WSASetLastError(code);
+}
+
+std::vector<int> systemFailures()
+{
+    return {ERROR_ACCESS_DENIED, ERROR_NO_DATA, ERROR_NOT_ENOUGH_MEMORY, ERROR_MORE_DATA,
+            ERROR_INVALID_PARAMETER};
+}
+
+bool isTypeInformationShared()
+{
+    return false;
+}
+
+std::map<std::string, std::string> ownAddressTexts()
+{
+    return {{"[::1]", "::1"}};
+}
+
+std::vector<std::string> refusalsOf(std::string_view text)
+{
+    // The parser takes more than an address, such as a port behind it: there the second check
+    // refuses.
+    return {std::system_category().message(WSAEINVAL) + " [system:" + std::to_string(WSAEINVAL)
+                + "]",
+            "Invalid IP address string: " + std::string(text)};
+}
+
+} // namespace foundation::network::tests
