@@ -30,7 +30,9 @@ set(ZKFLNETWORK_GCC_WARNINGS
     -Wlogical-op
     -Wredundant-decls
     -Wsuggest-override)
-set(ZKFLNETWORK_MSVC_WARNINGS /W4 /permissive- /utf-8)
+# 4251 and 4275 are of classes that are exported and have members or bases which are not: those of
+# the standard library, which a program shares with the DLL.
+set(ZKFLNETWORK_MSVC_WARNINGS /W4 /permissive- /utf-8 /wd4251 /wd4275)
 
 # zkflnetwork_set_up(TARGET) - language, warnings and where programs look for the library.
 #
