@@ -4,7 +4,9 @@ gdb loads it by itself where it trusts the place in which it was installed; othe
 
     (gdb) source .../share/gdb/auto-load/...-gdb.py
 
-What addresses and adapters hold is known to the library alone: they want its debug information.
+What addresses and adapters hold is known to the library alone: they want its debug information. So
+do IRIs, unless the program was compiled with -femit-class-debug-always: of a class with virtual
+functions g++ describes the members only where those functions are.
 """
 
 import ipaddress
@@ -71,6 +73,14 @@ def bytes_of(value):
     return memory(value.address, value.type.sizeof)
 
 
+def trouble(failure):
+    """What keeps a value from being shown."""
+    words = str(failure)
+    if "There is no member named" in words or "No type named foundation::network" in words:
+        return "<libzkflnetwork has no debug information>"
+    return f"<{words}>"
+
+
 class Printer:
     """Shows something that need not have been made yet, or no longer is, without an error."""
 
@@ -81,7 +91,7 @@ class Printer:
         try:
             return self.text()
         except (gdb.error, KeyError) as failure:
-            return f"<{failure}>"
+            return trouble(failure)
 
 
 # --- IRIs ------------------------------------------------------------------------------------

@@ -7,6 +7,7 @@ environment it fails instead.
 
 import os
 import pathlib
+import re
 import shutil
 import subprocess
 import sys
@@ -85,8 +86,22 @@ class PrintersTest(unittest.TestCase):
             place.mkdir(parents=True)
             shutil.copy(SCRIPT, place / (os.path.basename(library) + "-gdb.py"))
             output = gdb("break show", "run", "up", "info locals", before=[
-                f"set auto-load scripts-directory {folder}", f"add-auto-load-safe-path {folder}"])
+                f"add-auto-load-scripts-directory {folder}", f"add-auto-load-safe-path {folder}"])
         self.assertEqual(locals_of(output).get("parsed"), SHOWN["parsed"])
+
+    def test_without_debug_information_of_the_library_it_says_so(self):
+        with tempfile.TemporaryDirectory() as folder:
+            subprocess.run(["strip", "--strip-debug", "-o", f"{folder}/libzkflnetwork.so.0",
+                            os.path.realpath(LIBRARY)], check=True)
+            # "info locals" has words of its own for IRIs.
+            names = ["parsed", "args", "four", "prefixed", "adapter", "hardware"]
+            output = gdb(f"source {SCRIPT}", f"set environment LD_LIBRARY_PATH {folder}",
+                         "break show", "run", "up",
+                         *(word for name in names for word in (f"echo {name}: ", f"print {name}")))
+        shown = dict(re.findall(r"^(\w+): ?\$\d+ = (.*)$", output, re.MULTILINE))
+        for name in names[:-1]:
+            self.assertEqual(shown.get(name), "<libzkflnetwork has no debug information>", output)
+        self.assertEqual(shown.get("hardware"), SHOWN["hardware"], output)
 
 
 def why_not():
