@@ -135,8 +135,9 @@ here.
 
         const std::size_t slash = text.find('/');
         const std::string addressText = text.substr(0, slash);
-        if (const auto refusal = refusalOf([&] { result.address = InetAddress(addressText); }))
-            return {{}, {}, "not an address: " + *refusal};
+        // What the library says here are the system's words for any argument that it refuses.
+        if (refusalOf([&] { result.address = InetAddress(addressText); }))
+            return {{}, {}, "not an address"};
         if (slash != std::string::npos) {
             result.prefixLength = readPrefixLength(std::string_view(text).substr(slash + 1));
             if (!result.prefixLength)
