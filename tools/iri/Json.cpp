@@ -221,7 +221,7 @@ std::string readJsonObject(std::string_view text, JsonObject& result)
     if (end.Code() == rapidjson::kParseErrorTermination)
         return "not a JSON object";
     if (end.IsError() || length < text.size())
-        return "not JSON at byte " + std::to_string((end.IsError() ? end.Offset() : length) + 1);
+        return "not JSON at byte " + std::to_string(end.IsError() ? end.Offset() : length);
     if (!std::all_of(result.begin(), result.end(), isText))
         return "not JSON: an escape stands for half a character";
     return "";

@@ -184,7 +184,7 @@ std::string describeInvalidUtf8(std::string_view text)
     const std::size_t invalid = findInvalidUtf8(text);
     if (invalid == std::string_view::npos)
         return "";
-    return "not valid UTF-8 at byte " + std::to_string(invalid + 1);
+    return "not valid UTF-8 at byte " + std::to_string(invalid);
 }
 
 std::u16string toUtf16(std::string_view text)

@@ -11,7 +11,8 @@ namespace tool::text {
 /// do.
 std::size_t findInvalidUtf8(std::string_view text) noexcept;
 
-/// What is wrong with a text that is not UTF-8, and where; empty if nothing is.
+/// What is wrong with a text that is not UTF-8, and at which byte, counted from 0; empty if nothing
+/// is.
 std::string describeInvalidUtf8(std::string_view text);
 
 /// Valid UTF-8 as UTF-16.
