@@ -30,6 +30,7 @@ DomainName Names::convert(const std::string& name) const
         result.problem = "cannot be converted: a label is too long";
         return result;
     }
+    result.hasForms = true;
     // What ASCII names stand for can be read from them even where they are not allowed.
     result.unicode = text::toUtf8(converter_.toUnicode(isAscii(name) ? name : result.ascii));
     if (result.ascii.find('?') != std::string::npos)

@@ -10,7 +10,8 @@ namespace tool {
 struct DomainName {
     std::string ascii;
     std::string unicode;
-    std::string problem; ///< why not all of the name is in them; empty if all is
+    std::string problem;   ///< why not all of the name is in them; empty if all is
+    bool hasForms = false; ///< whether any of it is; an empty name is
 };
 
 /// Converts domain names in UTF-8, as the library does.

@@ -424,10 +424,14 @@ class DomainNames(unittest.TestCase):
         name = "é" * MEBIBYTE
         done = run("idn", "--json", input=f"x\n{name}\ny\n".encode())
         records = objects(done.stdout)
-        self.assertEqual([record["ascii"] for record in records], ["x", "", "y"])
+        self.assertEqual([record["ascii"] for record in records], ["x", None, "y"])
+        self.assertEqual([record["unicode"] for record in records], ["x", None, "y"])
         self.assertEqual([record["valid"] for record in records], [True, False, True])
         self.assertEqual(records[1]["error"], "cannot be converted: a label is too long")
         self.assertEqual(done.returncode, 1)
+        shown = run("idn", "é" * 2000, "").stdout.decode().splitlines()
+        self.assertEqual(shown[1:], ["  ascii      (absent)", "  unicode    (absent)", "",
+                                     "(empty)", "  ascii      (empty)", "  unicode    (empty)"])
 
 
 class Help(unittest.TestCase):

@@ -38,8 +38,9 @@ ASCII characters stand in them than letters, digits and "-": a whole IRI passes.
 Characters that a terminal obeys or cannot show are written as \n, \r, \t or
 \u{202E}, and a backslash as \\. With --json, an object a line: name is the name
 as it was given, valid tells whether it could be converted, ascii and unicode
-are its forms. Whatever is wrong stands in error. A name that is not UTF-8 is
-given with each such byte as \xFF and each backslash as \\, and escaped is true.
+are its forms; they are null if a label is too long to have any. Whatever is
+wrong stands in error. A name that is not UTF-8 is given with each such byte as
+\xFF and each backslash as \\, and escaped is true.
 
 The answer is no if some name could not be converted.
 )help";
@@ -84,16 +85,26 @@ The answer is no if some name could not be converted.
     {
         if (!answers_.haveMembers()) {
             blocks_.begin(record.text);
-            blocks_.add("ascii", Ink::Plain, name.ascii);
-            blocks_.add("unicode", Ink::Plain, name.unicode);
+            if (name.hasForms) {
+                blocks_.add("ascii", Ink::Plain, name.ascii);
+                blocks_.add("unicode", Ink::Plain, name.unicode);
+            } else {
+                blocks_.addAbsent("ascii");
+                blocks_.addAbsent("unicode");
+            }
             blocks_.end();
             return;
         }
         MemberWriter& writer = answers_.begin();
         writer.add("name", record.text);
         writer.addBool("valid", name.problem.empty());
-        writer.add("ascii", name.ascii);
-        writer.add("unicode", name.unicode);
+        if (name.hasForms) {
+            writer.add("ascii", name.ascii);
+            writer.add("unicode", name.unicode);
+        } else {
+            writer.addNull("ascii");
+            writer.addNull("unicode");
+        }
         if (!name.problem.empty())
             writer.add("error", name.problem);
         answers_.end();
