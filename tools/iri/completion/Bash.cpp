@@ -136,7 +136,9 @@ complete -F _iri iri
         assign("valued", valued.empty() ? "" : valued + " ");
         assign("operands", joined(table.operands));
         assign("qualifiers", joined(table.qualifiers));
-        assign("followers", table.followers.empty() ? "" : " " + verbNames(table.followers) + " ");
+        assign("followers", table.followers.empty()
+                                ? ""
+                                : std::string(" ").append(verbNames(table.followers)).append(" "));
         assign("files", table.takesFiles ? "yes" : "");
         assign("many", table.takesMany ? "yes" : "");
         result.append("            ;;\n");

@@ -77,6 +77,13 @@ fi
         return result.append("]");
     }
 
+    /// The words as one of zsh's lists, "(a b)".
+    std::string listed(const std::vector<std::string>& words)
+    {
+        std::string result = "(";
+        return result.append(joined(words)).append(")");
+    }
+
     void appendOption(std::string& result, std::string_view margin, const OptionDescription& option)
     {
         const bool isValued = !option.placeholder.empty();
@@ -84,7 +91,7 @@ fi
             // What takes a value may stand there again, for another one.
             std::string text = isValued                   ? "*"
                                : option.names.size() == 1 ? ""
-                                                          : "(" + joined(option.names) + ")";
+                                                          : listed(option.names);
             text.append(name).append(isValued && name.starts_with("--") ? "=" : "");
             text.append(bracketed(summaryOf(option)));
             if (isValued) {
@@ -93,7 +100,7 @@ fi
                 const bool isOpen = !option.values.empty() && option.values.front().ends_with('=');
                 text.append(option.values.empty() ? " "
                             : isOpen              ? "compadd -S \"\" -- " + joined(option.values)
-                                                  : "(" + joined(option.values) + ")");
+                                                  : listed(option.values));
             }
             result.append(" \\\n").append(margin).append(quoted(text, APOSTROPHE));
         }
