@@ -46,14 +46,14 @@ public:
     explicit InetAddress(const std::vector<unsigned char>& bytes);
 
     /// The address that a text shows: IPv6 as in RFC 4291, 2.2, with "%" and a scope if need be (a
-    /// number or the name of an interface), or four decimal numbers with dots between them. A text
-    /// ends at its first NUL.
+    /// number or the name of an interface), or four decimal numbers with dots between them. A scope
+    /// that is neither is left out. A text ends at its first NUL.
     ///
     /// No name is looked up here; `getByName` takes both.
     ///
     /// @throws core::except::AnonymousInternalException<std::invalid_argument> "Invalid IP address
-    ///         string: " and the text, if it is read as IPv4 but has not four decimal parts; the
-    ///         system's message for a text that is no address at all, with its number
+    ///         string: " and the text, if the system reads it as IPv4 though it has not four decimal
+    ///         parts; the system's message, with its number, for a text that the system does not read
     explicit InetAddress(const std::string& text);
 
     /// Shares the address and copies the name.
