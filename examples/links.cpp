@@ -1,3 +1,4 @@
+#include <foundation/core/except/Exception.hpp>
 #include <foundation/network/IRI.hpp>
 
 #include <iostream>
@@ -6,6 +7,7 @@
 #include <string_view>
 #include <unordered_set>
 
+using foundation::core::except::IInternalException;
 using foundation::network::IRI;
 
 namespace {
@@ -18,15 +20,27 @@ bool isOfTheWeb(std::string scheme)
     return scheme == "http" || scheme == "https";
 }
 
+// The text of what a link denotes. It is empty if there is none: a path cannot be resolved if its
+// escapes stand for no text, as "%C0%80" does.
+std::string denoted(const IRI& link, const IRI& page)
+{
+    // An absolute link is left as it was written: resolving undoes escapes.
+    if (link.hasScheme())
+        return link.toStringUtf8();
+    try {
+        return link.resolveAgainst(page).toStringUtf8();
+    } catch (const IInternalException&) {
+        return {};
+    }
+}
+
 // What a crawler fetches for a link of a page: an absolute IRI without a fragment, or nothing.
 std::optional<IRI> target(std::string_view link, const IRI& page)
 {
     const auto reference = IRI::tryParse(link);
     if (!reference)
         return std::nullopt;
-    // An absolute link is left as it was written: resolving undoes escapes.
-    std::string text = reference->hasScheme() ? reference->toStringUtf8()
-                                              : reference->resolveAgainst(page).toStringUtf8();
+    std::string text = denoted(*reference, page);
     if (const auto end = text.find('#'); end != std::string::npos)
         text.resize(end);
     // What was resolved is parsed, so that it can be a key beside what came as a text.

@@ -1,8 +1,10 @@
+#include <foundation/core/except/Exception.hpp>
 #include <foundation/network/IRI.hpp>
 
 #include <iostream>
 #include <string>
 
+using foundation::core::except::IInternalException;
 using foundation::network::IRI;
 
 namespace {
@@ -10,10 +12,14 @@ namespace {
 // A short link from a page to an IRI, or the whole IRI where a short one would lead elsewhere.
 std::string link(const IRI& iri, const IRI& page)
 {
-    const IRI relative = iri.makeRelativeTo(page);
-    if (relative.resolveAgainst(page).toStringUtf8() != iri.toStringUtf8())
-        return iri.toStringUtf8();
-    return relative.toStringUtf8();
+    try {
+        const IRI relative = iri.makeRelativeTo(page);
+        if (relative.resolveAgainst(page).toStringUtf8() == iri.toStringUtf8())
+            return relative.toStringUtf8();
+    } catch (const IInternalException&) {
+        // There is no short one where the escapes of a path stand for no text, as "%C0%80" does.
+    }
+    return iri.toStringUtf8();
 }
 
 } // namespace

@@ -1,3 +1,4 @@
+#include <foundation/core/except/Exception.hpp>
 #include <foundation/network/IRI.hpp>
 #include <foundation/network/IdnConverter.hpp>
 
@@ -6,7 +7,9 @@
 #include <optional>
 #include <string>
 
+using foundation::core::except::IInternalException;
 using foundation::network::IdnConverter;
+using foundation::network::IdnConverterException;
 using foundation::network::IRI;
 using foundation::network::iri::Encoding;
 
@@ -18,11 +21,17 @@ std::optional<std::string> asciiHost(const IRI& iri, const IdnConverter& convert
     const std::string written = iri.getHostUtf8();
     if (written.starts_with('['))
         return written; // an IP literal
-    const std::string ascii = converter.toAscii(iri.getHost(Encoding::Decoded));
-    // The converter does not judge names; what it could not convert holds a "?".
-    if (ascii.find_first_not_of("abcdefghijklmnopqrstuvwxyz0123456789-._") != std::string::npos)
-        return std::nullopt;
-    return ascii;
+    try {
+        std::string ascii = converter.toAscii(iri.getHost(Encoding::Decoded));
+        // The converter does not judge names; what it could not convert holds a "?".
+        if (ascii.find_first_not_of("abcdefghijklmnopqrstuvwxyz0123456789-._") == std::string::npos)
+            return ascii;
+    } catch (const IInternalException&) {
+        // The escapes stand for no text, as "%C0%80" does.
+    } catch (const IdnConverterException&) {
+        // A label is far too long.
+    }
+    return std::nullopt;
 }
 
 // The URI (RFC 3986) for an IRI, with Punycode in its host, or nothing if there is none.
