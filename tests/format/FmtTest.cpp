@@ -7,8 +7,8 @@
 
 TEST(Fmt, formatsValuesAsTheirTexts)
 {
-    foundation::network::tests::checkFormatting([](const char* specification, const auto& value) {
-        return fmt::format(fmt::runtime(specification), value);
+    foundation::network::tests::checkFormatting([](const char* options, const auto& value) {
+        return fmt::format(fmt::runtime(options), value);
     });
 }
 

@@ -11,7 +11,7 @@
 
 namespace foundation::network::tests {
 
-/// What both formatting libraries give. @p format takes a specification and a value.
+/// What both formatting libraries give. @p format takes format options and a value.
 template <class Format>
 void checkFormatting(Format format)
 {

@@ -4,8 +4,8 @@
 
 TEST(StdFormat, formatsValuesAsTheirTexts)
 {
-    foundation::network::tests::checkFormatting([](const char* specification, const auto& value) {
-        return std::vformat(specification, std::make_format_args(value));
+    foundation::network::tests::checkFormatting([](const char* options, const auto& value) {
+        return std::vformat(options, std::make_format_args(value));
     });
 }
 

@@ -17,7 +17,7 @@ namespace format {
     /// Formats a value as its text: UTF-8, as `toStringUtf8` gives it, or `toString` if there is no
     /// such member.
     ///
-    /// @tparam Base   the formatter of `std::string_view`, whose specifications are taken: fill,
+    /// @tparam Base   the formatter of `std::string_view`, whose format options are taken: fill,
     ///                alignment, width and precision
     /// @tparam Value  need not be complete before something is formatted
     template <class Base, class Value>
