@@ -9,6 +9,7 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace foundation::network {
@@ -183,6 +184,24 @@ TEST(Building, givesItsTextInEveryForm)
 }
 
 // Also where all of it is written as it shows, so that there is nothing else to convert.
+// Each form of the whole text is kept, and none in the place of another.
+TEST(Building, keepsTheTextsOfAllFormsApart)
+{
+    const iri::detail::TemplateIRI<std::u32string> iri(IRIArgs().setHost("h").setPath("/\u00E4 %"));
+    const std::pair<Encoding, const char*> forms[] = {
+        {Encoding::Decoded, "//h/\u00E4 %"},         {Encoding::Iri, "//h/\u00E4%20%"},
+        {Encoding::Ascii, "//h/%C3%A4%20%"},         {Encoding::IriStrict, "//h/\u00E4%20%25"},
+        {Encoding::AsciiStrict, "//h/%C3%A4%20%25"},
+    };
+    for (const auto& first : forms)
+        for (const auto& second : forms) {
+            const auto copy = iri;
+            EXPECT_EQ(copy.toStringUtf8(first.first), first.second);
+            EXPECT_EQ(copy.toStringUtf8(second.first), second.second) << first.second;
+            EXPECT_EQ(copy.toStringUtf8(first.first), first.second) << second.second;
+        }
+}
+
 TEST(Building, showsARepairedAuthorityAfterAStrictText)
 {
     const IRIArgs args = IRIArgs().setScheme("x").setUserInfo("a%zz").setHost("h");

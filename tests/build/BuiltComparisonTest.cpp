@@ -12,6 +12,7 @@
 #include <string>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 // Values that were built, which is to say not made from a text, beside each other and beside parsed
@@ -214,6 +215,22 @@ TEST(BuiltEquality, ofEmptyValues)
             expectDifferent(empty, other);
             expectLess(empty, other);
         }
+}
+
+// Moving by assignment leaves the source with its flags; its components have no texts any more.
+TEST(BuiltEquality, isLostWithTheTexts)
+{
+    for (const IRI& whole : {builtOfPath("/p"), IRI(IRIArgs().setHost("h").setPath("/p"))}) {
+        IRI source(whole);
+        expectEqual(source, whole);
+        IRI target;
+        target = std::move(source);
+        expectEqual(target, whole);
+        expectDifferent(source, whole); // NOLINT(bugprone-use-after-move): meant
+        IRI second(whole);
+        target = std::move(second);
+        expectEqual(source, second); // NOLINT(bugprone-use-after-move): meant
+    }
 }
 
 TEST(BuiltOrder, ofTwoBuiltValuesIsThatOfTheirPlainTexts)

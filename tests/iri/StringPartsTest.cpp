@@ -256,6 +256,12 @@ namespace {
                                               BAD_UTF8);
             EXPECT_EQ(component.get(parts, Encoding::Ascii), U"%C0%80");
 
+            for (const char32_t surrogate : {0xD800U, 0xD801U, 0xDFFEU, 0xDFFFU}) {
+                component.set(parts, {U'a', surrogate}, Encoding::Iri);
+                expectFailure<std::exception>([&] { component.get(parts, Encoding::Decoded); },
+                                              BAD_UTF8);
+            }
+
             component.set(parts, {U'/', 0x110000}, Encoding::Iri);
             for (int attempt = 0; attempt < 2; ++attempt)
                 expectFailure<std::out_of_range>([&] { component.get(parts, Encoding::Ascii); },

@@ -17,7 +17,7 @@ namespace {
             EXPECT_FALSE(isLess(text, text));
             EXPECT_EQ(findDifference(text.data(), text.data(), size), size);
             for (std::size_t place = 0; place < size; ++place) {
-                for (const char32_t c : {U'a', U'z', U'\U0010FFFF'}) {
+                for (const char32_t c : {U'a', U'l', U'z', U'\U0010FFFF'}) {
                     std::u32string other = text;
                     other[place] = c;
                     EXPECT_FALSE(areEqual(text, other));
