@@ -66,6 +66,9 @@ class Times:
             if run.get("error_occurred"):
                 self.refusals[key] = run["error_message"]
                 continue
+            if not int(run["accepted"]):
+                self.refusals[key] = "accepts 0 of %d texts" % run["texts"]
+                continue
             self.samples.setdefault(key, []).append(run["time_per_text"] * 1e9)
             self.counts[key] = (int(run["accepted"]), int(run["texts"]))
         if not self.samples:
