@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """Holds what gdb shows of values against what they are: gdb_printers.py PROGRAM SCRIPT LIBRARY
 
-Where gdb may not run programs the test is skipped and says so; with ZKFLNETWORK_REQUIRE_GDB in the
-environment it fails instead.
+Where gdb may not run programs, or the library was compiled without debug information, the test is
+skipped and says so; with ZKFLNETWORK_REQUIRE_GDB in the environment it fails instead.
 """
 
 import os
@@ -108,6 +108,8 @@ def why_not():
     """Why gdb can show nothing here, or nothing."""
     if shutil.which("gdb") is None:
         return "there is no gdb"
+    if b".debug_info" not in pathlib.Path(LIBRARY).read_bytes():
+        return "the library has no debug information, as in a release build"
     output = gdb("break main", "run", "python print('it' + ' runs')")
     return "" if "it runs" in output and "Breakpoint 1, " in output else output
 
