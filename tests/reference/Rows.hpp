@@ -53,7 +53,7 @@ inline std::string predicatesOf(const IRI& iri)
     std::string result;
     for (const auto& [name, holds] : all)
         if (holds)
-            result += (result.empty() ? "" : " ") + std::string(name);
+            result.append(result.empty() ? "" : " ").append(name);
     return result;
 }
 
