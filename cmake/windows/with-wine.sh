@@ -18,23 +18,26 @@ say()
     printf 'windows: %s\n' "$*" >&2
 }
 
-# The server, and the folder that stands for a Windows of its own. Both are detached: what starts
-# within ctest holds on to its pipes, and ctest would wait for it.
+# The server, the folder that stands for a Windows of its own, and the services of that Windows,
+# which wineboot starts each time. All are detached: what starts within ctest, or within a script that
+# a test is, holds on to its pipes, and would be waited for.
 start_wine()
 {
-    local stamp
+    local stamp arguments=()
     mkdir -p "$WINEPREFIX"
     WINEDEBUG=-all setsid -w "$SERVER" -p </dev/null >"$build/wineserver.log" 2>&1
     stamp=$("$WINE" --version)
     if [[ ! -f $WINEPREFIX/.done || $(<"$WINEPREFIX/.done") != "$stamp" ]]; then
         say "making a Windows for Wine (some seconds)"
-        if ! setsid -w "$here/wine.sh" wineboot --init </dev/null >"$build/wineboot.log" 2>&1; then
-            cat "$build/wineboot.log" >&2
-            say "wineboot failed"
-            exit 1
-        fi
-        printf '%s\n' "$stamp" >"$WINEPREFIX/.done"
+        arguments=(--init)
     fi
+    if ! setsid -w "$here/wine.sh" wineboot "${arguments[@]}" </dev/null \
+        >"$build/wineboot.log" 2>&1; then
+        cat "$build/wineboot.log" >&2
+        say "wineboot failed"
+        exit 1
+    fi
+    printf '%s\n' "$stamp" >"$WINEPREFIX/.done"
 }
 
 stop_wine()
