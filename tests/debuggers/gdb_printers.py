@@ -99,9 +99,11 @@ class PrintersTest(unittest.TestCase):
                          "break show", "run", "up",
                          *(word for name in names for word in (f"echo {name}: ", f"print {name}")))
         shown = dict(re.findall(r"^(\w+): ?\$\d+ = (.*)$", output, re.MULTILINE))
+        missing = "<libzkflnetwork has no debug information>"
         for name in names[:-1]:
-            self.assertEqual(shown.get(name), "<libzkflnetwork has no debug information>", output)
-        self.assertEqual(shown.get("hardware"), SHOWN["hardware"], output)
+            self.assertEqual(shown.get(name), missing, output)
+        # clang describes what a std::vector holds only where its functions are, here in the library.
+        self.assertIn(shown.get("hardware"), [SHOWN["hardware"], missing], output)
 
 
 def why_not():

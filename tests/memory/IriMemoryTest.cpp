@@ -334,10 +334,9 @@ namespace {
             name, [] { return longBag(); },
             [run](IRIArgs& args) {
                 return said([&] {
-                           run(args);
-                           return std::string();
-                       })
-                       + seen(args);
+                    run(args);
+                    return std::string();
+                });
             },
             [](const IRIArgs& args) { return seen(args); }, guarantee);
     }
