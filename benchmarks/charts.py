@@ -26,6 +26,7 @@ STYLE = """
     .ours { fill: #0969da; }
     .peer { fill: #afb8c1; }
     .line { fill: none; stroke-width: 2; }
+    .dashed { stroke-dasharray: 4 3; }
     .c0 { stroke: #0969da; } .c1 { stroke: #1a7f37; } .c2 { stroke: #bc4c00; }
     .c3 { stroke: #8250df; } .c4 { stroke: #cf222e; } .c5 { stroke: #9a6700; }
     .c6 { stroke: #0e7c86; } .c7 { stroke: #57606a; }

@@ -23,6 +23,7 @@ from charts import WIDTH, Drawing
 BOUND = 1.3
 BEGIN, END = "<!-- begin: hostile.py -->\n", "<!-- end: hostile.py -->\n"
 COLUMNS = 4
+COLOURS = 8
 GAP, TOP, ROW = 14, 76, 118
 PLOT = 64
 
@@ -51,6 +52,11 @@ def fits(shapes):
     return sorted(found, key=lambda fit: -fit[2])
 
 
+def look(at):
+    """The style of the line of an operation: a colour, dashed where there are no more colours."""
+    return "c%d" % (at % COLOURS) + (" dashed" if at >= COLOURS else "")
+
+
 def draw(shapes):
     """A small diagram for each shape: the time by the length, on logarithmic scales."""
     drawing = Drawing("Time by length on hostile texts")
@@ -63,7 +69,8 @@ def draw(shapes):
         if at == (len(names) + 1) // 2:
             x = 16
         y = 48 if at < (len(names) + 1) // 2 else 64
-        drawing.text(x, y, name, "f%d" % (at % 8), 11, weight="600" if at >= 8 else "normal")
+        drawing.path([(x, y - 4), (x + 14, y - 4)], look(at))
+        drawing.text(x + 18, y, name, size=11)
         x += 100
 
     points = [point for operations in shapes.values() for line in operations.values()
@@ -95,7 +102,7 @@ def draw(shapes):
                 drawing.line(*place(math.exp(begin), math.exp(begin + shift)),
                              *place(math.exp(end), math.exp(end + shift)), "grid")
         for name, line in operations.items():
-            drawing.path([place(*point) for point in line], "c%d" % (names.index(name) % 8))
+            drawing.path([place(*point) for point in line], look(names.index(name)))
     drawing.height = TOP + ROW * math.ceil(len(shapes) / COLUMNS) + 8
     return drawing.svg()
 
