@@ -134,18 +134,18 @@ Descriptor openForReading(const std::string& path)
     return awayFromStandardStreams(descriptor);
 }
 
-std::size_t readSome(Descriptor file, const std::string& name, std::span<char> buffer)
+std::size_t readSome(Descriptor descriptor, const std::string& name, std::span<char> buffer)
 {
-    const int descriptor = numberOf(file);
+    const int number = numberOf(descriptor);
     for (;;) {
-        waitForInput(descriptor);
+        waitForInput(number);
         // Asked before each read: a file is never waited for.
         if (wasInterrupted())
             return 0;
-        const ssize_t count = ::read(descriptor, buffer.data(), buffer.size());
+        const ssize_t count = ::read(number, buffer.data(), buffer.size());
         if (count >= 0)
             return static_cast<std::size_t>(count);
-        if (!isToBeRetried(descriptor, POLLIN))
+        if (!isToBeRetried(number, POLLIN))
             fail("cannot read " + text::excerpt(name));
     }
 }
@@ -155,13 +155,13 @@ void close(Descriptor descriptor) noexcept
     ::close(numberOf(descriptor));
 }
 
-std::optional<std::uint64_t> remainingSize(Descriptor file) noexcept
+std::optional<std::uint64_t> remainingSize(Descriptor descriptor) noexcept
 {
-    const int descriptor = numberOf(file);
+    const int number = numberOf(descriptor);
     struct stat status {};
-    if (::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode))
+    if (::fstat(number, &status) != 0 || !S_ISREG(status.st_mode))
         return std::nullopt;
-    const off_t position = ::lseek(descriptor, 0, SEEK_CUR);
+    const off_t position = ::lseek(number, 0, SEEK_CUR);
     if (position < 0 || position > status.st_size)
         return std::nullopt;
     return static_cast<std::uint64_t>(status.st_size - position);
