@@ -97,7 +97,17 @@ class Printer:
 # --- IRIs ------------------------------------------------------------------------------------
 
 
-class IRIPrinter(Printer):
+class ComponentsPrinter(Printer):
+    """Something with components, which gdb shows behind its text."""
+
+    def children(self):
+        try:
+            return list(self.components())
+        except (gdb.error, KeyError):
+            return []
+
+
+class IRIPrinter(ComponentsPrinter):
     """The text that the value keeps, and the components that it has in there."""
 
     def text(self):
@@ -106,12 +116,6 @@ class IRIPrinter(Printer):
 
     def is_parsed(self):
         return bool(atomic(self.value["hasSourceText_"])) or not string(self.value["text_"])
-
-    def children(self):
-        try:
-            return list(self.components())
-        except (gdb.error, KeyError):
-            return []
 
     def components(self):
         text, flags, ranges = string(self.value["text_"]), self.value["flags_"], self.value["ranges_"]
@@ -136,7 +140,7 @@ class IRIPrinter(Printer):
             yield "fragment", shown(text[end["queryEnd"] + 1 :])
 
 
-class IRIArgsPrinter(Printer):
+class IRIArgsPrinter(ComponentsPrinter):
     """The components that were set, in plain text."""
 
     COMPONENTS = [("scheme", "Scheme", "scheme_"), ("user information", "UserInfo", "userInfo_"),
@@ -145,12 +149,6 @@ class IRIArgsPrinter(Printer):
 
     def text(self):
         return "components" if list(self.components()) else "no components"
-
-    def children(self):
-        try:
-            return list(self.components())
-        except (gdb.error, KeyError):
-            return []
 
     def components(self):
         for name, flag, member in self.COMPONENTS:
