@@ -71,7 +71,7 @@ def draw(shapes):
         y = 48 if at < (len(names) + 1) // 2 else 64
         drawing.path([(x, y - 4), (x + 14, y - 4)], look(at))
         drawing.text(x + 18, y, name, size=11)
-        x += 100
+        x += 105
 
     points = [point for operations in shapes.values() for line in operations.values()
               for point in line]
