@@ -71,7 +71,7 @@ TemplateIRI<String>::TemplateIRI(TemplateIRI&& other) noexcept
     , onDemand_(other.onDemand_.load(std::memory_order_relaxed)) // nobody else uses the source
 {
     other.onDemand_.store(nullptr, std::memory_order_relaxed);
-    if (other.hash_.isLeftBehind())
+    if (other.hash_.wouldBeLeftBehind())
         other.hash_.keepPromise([this] { return generateHash(); }); // of the text, which is here
     hash_.assign(other.hash_);
     other.clear();
@@ -166,7 +166,7 @@ void TemplateIRI<String>::swap(TemplateIRI& other) noexcept
 template <class String>
 void TemplateIRI<String>::clear() noexcept
 {
-    if (hash_.isLeftBehind())
+    if (hash_.wouldBeLeftBehind())
         hash_.keepPromise([this] { return generateHash(); });
     String().swap(text_); // frees the memory, too
     ranges_ = ComponentRanges();

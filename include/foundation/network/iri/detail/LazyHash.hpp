@@ -33,7 +33,7 @@ public:
     void promise() noexcept
     {
         if (isPromised_.load(std::memory_order_relaxed))
-            return; // be it taken over; then it was not computed here
+            return; // one that was taken over does not count as computed here
         wasComputedHere_.store(true, std::memory_order_relaxed);
         isPromised_.store(true, std::memory_order_relaxed);
     }
@@ -91,7 +91,7 @@ public:
     }
 
     /// Whether a hash would be answered still, if the value were gone: one that was computed here.
-    bool isLeftBehind() const noexcept
+    bool wouldBeLeftBehind() const noexcept
     {
         return isValid() && wasComputedHere_.load(std::memory_order_relaxed);
     }
@@ -101,7 +101,7 @@ public:
     void leaveBehind() noexcept
     {
         if (isValid())
-            state_.store(isLeftBehind() ? LEFT_BEHIND : UNKNOWN, std::memory_order_release);
+            state_.store(wouldBeLeftBehind() ? LEFT_BEHIND : UNKNOWN, std::memory_order_release);
         isPromised_.store(false, std::memory_order_relaxed);
     }
 
