@@ -25,6 +25,10 @@ def shown(text):
     return '"' + escaped.encode(charset, "backslashreplace").decode(charset) + '"'
 
 
+def shown_bytes(utf8):
+    return shown(utf8.decode("utf-8", "replace"))
+
+
 def unit_of(pointer):
     """The size of what a pointer points to."""
     return pointer.type.strip_typedefs().target().sizeof
@@ -34,16 +38,21 @@ def memory(address, size):
     return gdb.selected_inferior().read_memory(int(address), size).tobytes() if size else b""
 
 
-def string(value):
-    """A std::basic_string of libstdc++."""
+def units(value):
+    """The memory of a std::basic_string of libstdc++, and the size of one of its units."""
     length = int(value["_M_string_length"])
     if length > LONGEST:
         raise gdb.MemoryError(f"a string of {length} units")
     begin = value["_M_dataplus"]["_M_p"]
-    unit = unit_of(begin)
+    return memory(begin, unit_of(begin) * length), unit_of(begin)
+
+
+def string(value):
+    """A std::basic_string of libstdc++."""
+    read, unit = units(value)
     order = "le" if "little" in gdb.execute("show endian", to_string=True) else "be"
     encoding = {1: "utf-8", 2: f"utf-16-{order}", 4: f"utf-32-{order}"}[unit]
-    return memory(begin, unit * length).decode(encoding, "replace")
+    return read.decode(encoding, "replace")
 
 
 def elements(vector):
@@ -118,26 +127,27 @@ class IRIPrinter(ComponentsPrinter):
         return bool(atomic(self.value["hasSourceText_"])) or not string(self.value["text_"])
 
     def components(self):
-        text, flags, ranges = string(self.value["text_"]), self.value["flags_"], self.value["ranges_"]
+        read, _ = units(self.value["text_"])
+        flags, ranges = self.value["flags_"], self.value["ranges_"]
         end = {name: int(ranges[name]) for name in
                ("schemeEnd", "hostBegin", "hostEnd", "pathBegin", "pathEnd", "queryEnd")}
         has_scheme = bool(flags["hasScheme"])
         if not self.value["hasComponents_"]:
             return
         if has_scheme:
-            yield "scheme", shown(text[: end["schemeEnd"]])
+            yield "scheme", shown_bytes(read[: end["schemeEnd"]])
         if flags["hasUserInfo"]:
             begin = (end["schemeEnd"] + 1 if has_scheme else 0) + len("//")
-            yield "user information", shown(text[begin : end["hostBegin"] - 1])
+            yield "user information", shown_bytes(read[begin : end["hostBegin"] - 1])
         if flags["hasHost"]:
-            yield "host", shown(text[end["hostBegin"] : end["hostEnd"]])
+            yield "host", shown_bytes(read[end["hostBegin"] : end["hostEnd"]])
         if flags["hasPort"]:
             yield "port", str(int(self.value["portNumber_"]))
-        yield "path", shown(text[end["pathBegin"] : end["pathEnd"]])
+        yield "path", shown_bytes(read[end["pathBegin"] : end["pathEnd"]])
         if flags["hasQuery"]:
-            yield "query", shown(text[end["pathEnd"] + 1 : end["queryEnd"]])
+            yield "query", shown_bytes(read[end["pathEnd"] + 1 : end["queryEnd"]])
         if flags["hasFragment"]:
-            yield "fragment", shown(text[end["queryEnd"] + 1 :])
+            yield "fragment", shown_bytes(read[end["queryEnd"] + 1 :])
 
 
 class IRIArgsPrinter(ComponentsPrinter):

@@ -6,6 +6,7 @@
 #include "iri/PercentCoding.hpp"
 #include "iri/Reading.ipp"
 #include "iri/grammar/SchemeGrammar.hpp"
+#include "text/LaxUtf8.hpp"
 
 #include <foundation/network/iri/detail/ArgsBase.hpp>
 #include <foundation/network/iri/detail/TemplateIRI.hpp>
@@ -24,25 +25,28 @@ public:
     using Iri = TemplateIRI<String>;
     using Args = ArgsBase<String>;
 
-    static void buildFromArgs(Iri& iri, const Args& args)
+    Building(Iri& iri, const Args& args)
+        : assembly_(iri)
+        , args_(args)
     {
-        Assembly<String> assembly(iri);
-        String port;
-        String query;
-        if (args.hasScheme_)
-            buildScheme(assembly, args);
-        if (args.hasUserInfo_)
-            buildUserInfo(assembly, args);
-        if (args.hasHost_)
-            assembly.set(Component::Host, args.host_, Encoding::Decoded);
-        if (args.hasPort_)
-            buildPort(assembly, args, port);
-        buildPath(assembly, args);
-        if (args.hasQuery_)
-            buildQuery(assembly, args, query);
-        if (args.hasFragment_)
-            assembly.set(Component::Fragment, args.fragment_, Encoding::Decoded);
-        assembly.finish();
+    }
+
+    void run()
+    {
+        if (args_.hasScheme_)
+            buildScheme();
+        if (args_.hasUserInfo_)
+            buildUserInfo();
+        if (args_.hasHost_)
+            set(Component::Host, args_.host_, host_);
+        if (args_.hasPort_)
+            buildPort();
+        buildPath();
+        if (args_.hasQuery_)
+            buildQuery();
+        if (args_.hasFragment_)
+            set(Component::Fragment, args_.fragment_, fragment_);
+        assembly_.finish();
     }
 
     /// Overwrites or clears path, query and fragment; of the rest, only adds what the value has, so
@@ -50,12 +54,13 @@ public:
     static void toArgs(const Iri& iri, Args& args)
     {
         const auto textOf = [&iri](Component component, bool isPresent) {
-            return isPresent ? String(iri.componentText(component, Encoding::Decoded)) : String();
+            return isPresent ? iri.componentText(component, Encoding::Decoded).elements()
+                             : String();
         };
-        String scheme(iri.schemeText());
+        String scheme = text::fromLaxUtf8(iri.schemeText());
         String userInfo = textOf(Component::UserInfo, iri.hasUserInfo());
         String host = textOf(Component::Host, iri.hasHost());
-        String path(iri.pathText(Encoding::Decoded));
+        String path = iri.pathText(Encoding::Decoded).elements();
         String query = textOf(Component::Query, iri.hasQuery());
         String fragment = textOf(Component::Fragment, iri.hasFragment());
 
@@ -79,61 +84,79 @@ public:
     }
 
 private:
-    static void buildScheme(Assembly<String>& assembly, const Args& args)
+    void set(Component component, const String& text, std::string& lax)
     {
-        const String& scheme = args.scheme_;
+        lax = text::toLaxUtf8(text);
+        assembly_.set(component, lax, Encoding::Decoded);
+    }
+
+    void buildScheme()
+    {
+        const String& scheme = args_.scheme_;
         auto first = scheme.begin();
         const bool isScheme =
-            args.schemeFromIri_
+            args_.schemeFromIri_
             || (grammar::parseScheme(first, scheme.end()) && first == scheme.end());
         if (!isScheme)
             core::except::throwLogicError("Malformed scheme");
-        assembly.setScheme(scheme);
+        scheme_ = text::toLaxUtf8(scheme);
+        assembly_.setScheme(scheme_);
     }
 
-    static void buildUserInfo(Assembly<String>& assembly, const Args& args)
+    void buildUserInfo()
     {
-        if (!args.hasHost_)
+        if (!args_.hasHost_)
             core::except::throwLogicError("User Info requires a host");
-        assembly.set(Component::UserInfo, args.userInfo_, Encoding::Decoded);
+        set(Component::UserInfo, args_.userInfo_, userInfo_);
     }
 
-    static void buildPort(Assembly<String>& assembly, const Args& args, String& port)
+    void buildPort()
     {
-        if (!args.hasHost_)
+        if (!args_.hasHost_)
             core::except::throwLogicError("Port requires a host");
-        const std::string digits = std::to_string(args.port_);
-        port.assign(digits.begin(), digits.end());
-        assembly.setPort(port, args.port_);
+        port_ = std::to_string(args_.port_);
+        assembly_.setPort(port_, args_.port_);
     }
 
-    static void buildPath(Assembly<String>& assembly, const Args& args)
+    void buildPath()
     {
-        if (!args.hasPath_) {
-            assembly.setEmptyPath();
+        if (!args_.hasPath_) {
+            assembly_.setEmptyPath();
             return;
         }
-        const String& path = args.path_;
-        if (args.hasHost_ && !path.empty() && path.front() != Iri::FORWARD_SLASH)
+        path_ = text::toLaxUtf8(args_.path_);
+        if (args_.hasHost_ && !path_.empty() && path_.front() != Iri::FORWARD_SLASH)
             core::except::throwLogicError("Path cannot be relative if authority present");
-        assembly.setDecodedPath({}, path);
-        assembly.flags().pathHasDotSegments = hasDotSegments(path);
+        assembly_.setDecodedPath({}, path_);
+        assembly_.flags().pathHasDotSegments = hasDotSegments(path_);
     }
 
     // A query that was put together from pairs carries its escapes already.
-    static void buildQuery(Assembly<String>& assembly, const Args& args, String& query)
+    void buildQuery()
     {
-        const bool formEncoded = args.queryFormEncoded_ || args.queryHasEscapes_;
-        query = args.queryFormEncoded_ ? encodeNonAscii(args.query_) : args.query_;
-        assembly.setQuery(query, Encoding::Decoded, formEncoded, formEncoded);
+        const bool formEncoded = args_.queryFormEncoded_ || args_.queryHasEscapes_;
+        query_ = text::toLaxUtf8(args_.queryFormEncoded_
+                                     ? encodeNonAscii(std::u32string_view(args_.query_))
+                                     : args_.query_);
+        assembly_.setQuery(query_, Encoding::Decoded, formEncoded, formEncoded);
     }
+
+    Assembly<String> assembly_;
+    const Args& args_;
+    std::string scheme_;
+    std::string userInfo_;
+    std::string host_;
+    std::string port_;
+    std::string path_;
+    std::string query_;
+    std::string fragment_;
 };
 
 template <class String>
 TemplateIRI<String>::TemplateIRI(const ArgsBase<String>& args)
     : TemplateIRI()
 {
-    Building<String>::buildFromArgs(*this, args);
+    Building<String>(*this, args).run();
 }
 
 template <class String>

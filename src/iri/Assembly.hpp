@@ -2,6 +2,7 @@
 
 #include "iri/ComponentCoders.hpp"
 #include "iri/Reading.ipp"
+#include "text/LaxUtf8.hpp"
 
 #include <foundation/network/iri/Encoding.hpp>
 #include <foundation/network/iri/detail/Component.hpp>
@@ -167,6 +168,7 @@ public:
         flags.hasAuthority = flags.hasHost;
         flags.readsTheSame =
             readsTheSame && !looksLikeScheme(iri_.storedText(Component::Path), iri_.pathContext());
+        flags.exceedsUnicode = !readsTheSame && text::exceedsUnicode(iri_.text_);
         flags.isAbsolute = flags.hasScheme;
         flags.isOpaque = flags.hasScheme && !flags.hasAuthority && !flags.hasAbsolutePath;
     }
@@ -191,7 +193,7 @@ private:
     void writeText()
     {
         const ComponentFlags& has = iri_.flags_;
-        String text;
+        std::string text;
         text.reserve(lengthOfText());
         ComponentRanges& ranges = iri_.ranges_;
         text.append(scheme_);

@@ -46,7 +46,8 @@ bool TemplateIRI<String>::differsIn(Component component, const TemplateIRI& othe
     if (!hasText(component) || !other.hasText(component))
         return hasText(component) != other.hasText(component);
     const auto mine = readStoredForm(component);
-    return !text::areEqual(mine.text, other.componentText(component, mine.encoding));
+    std::string made;
+    return !text::areEqual(mine.text, other.componentText(component, mine.encoding).laxIn(made));
 }
 
 template <class String>
@@ -90,17 +91,20 @@ bool TemplateIRI<String>::operator!=(const TemplateIRI& other) const
 template <class String>
 bool TemplateIRI<String>::operator<(const TemplateIRI& other) const
 {
+    const bool isParsed = hasSourceText_.load(std::memory_order_acquire);
+    const bool isOtherParsed = other.hasSourceText_.load(std::memory_order_acquire);
+    if (isParsed && isOtherParsed)
+        return text::isLess(text_, other.text_);
     // Two built values sort by another form than a built and a parsed one. So this is no strict
     // weak order over a mixture of them, and that is meant.
-    const bool bothBuilt = !hasSourceText_.load() && !other.hasSourceText_.load();
-    const Encoding encoding = bothBuilt ? Encoding::Decoded : Encoding::Iri;
+    const Encoding encoding = isParsed || isOtherParsed ? Encoding::Iri : Encoding::Decoded;
     return text::isLess(toNativeStringFromParts(encoding), other.toNativeStringFromParts(encoding));
 }
 
 template <class String>
 std::uint64_t TemplateIRI<String>::generateHash() const
 {
-    return isEmpty() ? 0 : text::fnv1a(toNativeStringFromParts(Encoding::Iri));
+    return isEmpty() ? 0 : text::fnv1a(View(toNativeStringFromParts(Encoding::Iri)));
 }
 
 template <class String>

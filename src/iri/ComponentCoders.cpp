@@ -1,6 +1,7 @@
 #include "iri/ComponentCoders.hpp"
 
 #include "text/HexDigits.hpp"
+#include "text/LaxUtf8.hpp"
 #include "text/Utf.hpp"
 
 #include <algorithm>
@@ -90,6 +91,18 @@ namespace {
             return escapeForbidden(escapePrivateUse(text));
     }
 
+    // Whether all is ASCII that can be seen.
+    template <class Unit>
+    bool isShownAscii(std::basic_string_view<Unit> text) noexcept
+    {
+        unsigned hidden = 0;
+        for (const Unit unit : text) {
+            const auto c = static_cast<std::make_unsigned_t<Unit>>(unit);
+            hidden |= unsigned{c <= 0x20} | unsigned{c >= 0x7F};
+        }
+        return hidden == 0;
+    }
+
     bool isFormEncoded(const QueryContext& context)
     {
         return context.formEncoded;
@@ -101,8 +114,16 @@ namespace {
         return false;
     }
 
-    template <class Context>
-    bool looksLikeScheme(std::u32string_view, const Context&) noexcept
+    template <class Unit>
+    bool colonComesFirst(std::basic_string_view<Unit> path) noexcept
+    {
+        const auto found = std::find_if(path.begin(), path.end(),
+                                        [](Unit c) { return c == Unit(':') || c == Unit('/'); });
+        return found != path.end() && *found == Unit(':');
+    }
+
+    template <class Text, class Context>
+    bool looksLikeScheme(Text, const Context&) noexcept
     {
         return false;
     }
@@ -122,11 +143,12 @@ namespace {
 
 bool looksLikeScheme(std::u32string_view path, const PathContext& context) noexcept
 {
-    if (!context.standsAlone())
-        return false;
-    const auto found =
-        std::find_if(path.begin(), path.end(), [](char32_t c) { return c == U':' || c == U'/'; });
-    return found != path.end() && *found == U':';
+    return context.standsAlone() && colonComesFirst(path);
+}
+
+bool looksLikeScheme(std::string_view path, const PathContext& context) noexcept
+{
+    return context.standsAlone() && colonComesFirst(path);
 }
 
 template <class Rules>
@@ -140,15 +162,25 @@ bool ComponentCoder<Rules>::isSameInIri(std::u32string_view decoded,
 }
 
 template <class Rules>
+bool ComponentCoder<Rules>::isSameInIri(std::string_view decoded, const Context& context) noexcept
+{
+    static constexpr SameInIri<Rules> same;
+    if (isFormEncoded(context) || looksLikeScheme(decoded, context))
+        return false;
+    const text::LaxUtf8View elements(decoded);
+    return std::all_of(elements.begin(), elements.end(), same);
+}
+
+template <class Rules>
 bool ComponentCoder<Rules>::isSameInAscii(std::u32string_view iri, const Context&) noexcept
 {
-    char32_t bits = 0;
-    bool isShown = true;
-    for (const char32_t c : iri) {
-        bits |= c;
-        isShown &= c > 0x20 && c != 0x7F;
-    }
-    return isShown && bits < 0x80;
+    return isShownAscii(iri);
+}
+
+template <class Rules>
+bool ComponentCoder<Rules>::isSameInAscii(std::string_view iri, const Context&) noexcept
+{
+    return isShownAscii(iri);
 }
 
 // Without a "%" there is nothing to undo, and what is a character comes back from UTF-8.
@@ -159,6 +191,12 @@ bool ComponentCoder<Rules>::isSameDecoded(std::u32string_view iri, const Context
         const bool isSurrogate = (c & 0xFFFFF800U) == 0xD800;
         return c == U'%' || isSurrogate || c > text::MAX_CODE_POINT;
     });
+}
+
+template <class Rules>
+bool ComponentCoder<Rules>::isSameDecoded(std::string_view iri, const Context& context) noexcept
+{
+    return !isFormEncoded(context) && iri.find('%') == iri.npos;
 }
 
 template <class Rules>

@@ -31,7 +31,11 @@ struct PathContext {
 
 /// Whether a path shows a colon where that would end a scheme: before its first slash, with nothing
 /// in front of the path (RFC 3986, 4.2).
+/// @{
+/// @param path  in UTF-32 or in lax UTF-8
 bool looksLikeScheme(std::u32string_view path, const PathContext& context) noexcept;
+bool looksLikeScheme(std::string_view path, const PathContext& context) noexcept;
+/// @}
 
 /// How the query was put together.
 struct QueryContext {
@@ -87,6 +91,13 @@ struct ComponentCoder {
     static bool isSameInIri(std::u32string_view decoded, const Context& context) noexcept;
     static bool isSameInAscii(std::u32string_view iri, const Context& context) noexcept;
     static bool isSameDecoded(std::u32string_view iri, const Context& context) noexcept;
+    /// @}
+
+    /// @{
+    /// The same of texts in lax UTF-8. One that stands in an IRI is UTF-8.
+    static bool isSameInIri(std::string_view decoded, const Context& context) noexcept;
+    static bool isSameInAscii(std::string_view iri, const Context& context) noexcept;
+    static bool isSameDecoded(std::string_view iri, const Context& context) noexcept;
     /// @}
 
     static Conversion decodedToIri(std::u32string_view text, const Context& context);

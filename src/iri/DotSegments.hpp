@@ -8,6 +8,6 @@ namespace foundation::network::iri {
 ///
 /// Escapes are not looked through. This is not the same as asking whether some segment is "." or
 /// "..": a path that ends in "/./" and has no other dot segment has none here, and that is meant.
-bool hasDotSegments(std::u32string_view path) noexcept;
+bool hasDotSegments(std::string_view path) noexcept;
 
 } // namespace foundation::network::iri

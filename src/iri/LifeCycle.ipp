@@ -2,13 +2,18 @@
 
 // How a TemplateIRI comes into being, is copied, moved, exchanged and emptied.
 
+#include "except/Throw.hpp"
 #include "iri/OnDemand.hpp"
-#include "text/Utf.hpp"
+#include "iri/Parsing.ipp"
+#include "text/LaxUtf8.hpp"
+#include "text/WellFormed.hpp"
 
 #include <foundation/network/iri/detail/TemplateIRI.hpp>
 
 #include <cstdint>
 #include <memory>
+#include <string>
+#include <string_view>
 #include <utility>
 
 namespace foundation::network::iri::detail {
@@ -18,22 +23,22 @@ TemplateIRI<String>::TemplateIRI() noexcept = default;
 
 template <class String>
 TemplateIRI<String>::TemplateIRI(const String& text)
-    : text_(text)
 {
-    parseOrThrow();
+    text_ = text::toLaxUtf8(text); // of which the grammar takes no element that is no code point
+    if (!takeApart(text_) || text::wellFormedLength(View(text_)) < text_.size())
+        core::except::throwLogicError("IRI parsing failed");
 }
 
 template <class String>
 TemplateIRI<String>::TemplateIRI(const std::u16string& text)
-    : text_(text::toUtf32(text))
 {
-    parseOrThrow();
+    readOrThrow(std::u16string_view(text));
 }
 
 template <class String>
 TemplateIRI<String>::TemplateIRI(const std::string& text)
 {
-    readOrThrow(text);
+    readOrThrow(std::string_view(text));
 }
 
 // Others may be reading the source. What they make last is taken first, so that the copy is the
@@ -168,7 +173,7 @@ void TemplateIRI<String>::clear() noexcept
 {
     if (hash_.wouldBeLeftBehind())
         hash_.keepPromise([this] { return generateHash(); });
-    String().swap(text_); // frees the memory, too
+    std::string().swap(text_); // frees the memory, too
     ranges_ = ComponentRanges();
     flags_ = ComponentFlags();
     portNumber_ = 0;

@@ -7,87 +7,77 @@
 #include "iri/ReferenceReading.hpp"
 #include "text/CodePointIterator.hpp"
 #include "text/Utf.hpp"
+#include "text/WellFormed.hpp"
 
 #include <foundation/network/iri/detail/TemplateIRI.hpp>
 
 #include <cstddef>
+#include <optional>
 #include <string_view>
+#include <utility>
 
 namespace foundation::network::iri::detail {
 
 template <class String>
-void TemplateIRI<String>::parseOrThrow()
+template <class Unit>
+void TemplateIRI<String>::readOrThrow(std::basic_string_view<Unit> text)
 {
-    if (!parse())
-        core::except::throwLogicError("IRI parsing failed");
+    if (tryRead(text))
+        return;
+    if (text::wellFormedLength(text) < text.size())
+        static_cast<void>(text::toUtf32(text)); // throws
+    core::except::throwLogicError("IRI parsing failed");
 }
 
-template <class String>
-void TemplateIRI<String>::readOrThrow(std::string_view utf8)
-{
-    if (text::isAllAscii(utf8)) {
-        if (!readAscii(utf8))
-            core::except::throwLogicError("IRI parsing failed");
-    } else {
-        text_ = text::toUtf32(utf8);
-        parseOrThrow();
-    }
-}
-
+// The grammar looks at the bytes where they lie, and refuses before anything is allocated.
 template <class String>
 bool TemplateIRI<String>::tryRead(std::string_view utf8)
 {
-    return text::isAllAscii(utf8) ? readAscii(utf8) : text::decodeUtf8(utf8, text_) && parse();
+    if (!takeApart(utf8))
+        return false;
+    text_ = text::isAllAscii(utf8) ? std::string(utf8) : text::withUsualLeads(utf8);
+    return true;
 }
 
 template <class String>
 bool TemplateIRI<String>::tryRead(std::u16string_view utf16)
 {
-    return !text::decodeUtf16(utf16, text_) && parse();
-}
-
-// The grammar looks at the bytes, which takes half the time, and refuses before anything is
-// allocated. In ASCII, an index is the same in all encodings.
-template <class String>
-bool TemplateIRI<String>::readAscii(std::string_view ascii)
-{
-    const char* const begin = ascii.data();
-    const text::AsciiIterator first(begin);
-    const text::AsciiIterator last(begin + ascii.size());
-    const bool isReference = takeApart(first, last, [begin](text::AsciiIterator at) {
-        return static_cast<std::size_t>(at.base() - begin);
-    });
-    if (!isReference)
+    std::optional<std::string> utf8 = text::encodeUtf8(utf16);
+    if (!utf8 || !takeApart(*utf8))
         return false;
-    flags_.readsTheSame = ascii.find('%') == ascii.npos;
-    text_ = text::widenAscii(ascii);
+    text_ = *std::move(utf8);
     return true;
 }
 
 template <class String>
-bool TemplateIRI<String>::parse()
+bool TemplateIRI<String>::takeApart(std::string_view utf8)
 {
-    const String& text = text_;
-    return takeApart(text.begin(), text.end(),
-                     [&text](It at) { return static_cast<std::size_t>(at - text.begin()); });
+    if (text::isAllAscii(utf8)) {
+        flags_.readsTheSame = utf8.find('%') == utf8.npos;
+        return takeApartBy<text::AsciiIterator>(utf8);
+    }
+    return !text::endsInsideSequence(utf8) && takeApartBy<text::Utf8Iterator>(utf8);
 }
 
 template <class String>
-template <class TextIt, class IndexOf>
-bool TemplateIRI<String>::takeApart(TextIt first, TextIt last, IndexOf indexOf)
+template <class TextIt>
+bool TemplateIRI<String>::takeApartBy(std::string_view utf8)
 {
     hasSourceText_.store(true, std::memory_order_relaxed); // nobody else can see the value yet
     hasComponents_ = true;
-    if (first == last)
+    if (utf8.empty())
         return true; // the empty value, whose path can be read
     isEmpty_.store(false, std::memory_order_relaxed);
 
+    const char* const begin = utf8.data();
+    TextIt first(begin);
     Parts<TextIt> parts;
-    if (!readReference(first, last, parts, portNumber_))
+    if (!readReference(first, TextIt(begin + utf8.size()), parts, portNumber_))
         return false;
     setPartFlags(parts);
     parts.update();
-    ranges_ = rangesOf(parts, indexOf);
+    ranges_ =
+        rangesOf(parts, [begin](TextIt at) { return static_cast<std::size_t>(at.base() - begin); });
     return true;
 }
 
@@ -105,7 +95,7 @@ void TemplateIRI<String>::setPartFlags(const Parts<TextIt>& parts)
     flags_.hasAuthority = flags_.hasHost; // "//" always yields a host, which may be empty
     flags_.hasPort = hierarchicalPart.port.has_value();
     flags_.pathIsEmpty = path->empty();
-    flags_.hasAbsolutePath = !path->empty() && *path->begin() == FORWARD_SLASH;
+    flags_.hasAbsolutePath = !path->empty() && *path->begin() == U'/';
     flags_.isAbsolute = flags_.hasScheme;
     flags_.isOpaque = flags_.hasScheme && !flags_.hasHost && !flags_.hasAbsolutePath;
 }

@@ -12,6 +12,7 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <utility>
 
 namespace foundation::network::iri {
@@ -131,44 +132,75 @@ namespace {
         return ones >= 2 && ones <= 6 ? ones : 0;
     }
 
-    // The value of each hexadecimal digit, and of all else in ASCII a number that is no digit's.
-    constexpr std::array<std::uint8_t, 0x80> DIGIT_VALUES = [] {
-        std::array<std::uint8_t, 0x80> values{};
+    // The value of each hexadecimal digit, and of every other byte a number that is no digit's.
+    constexpr std::array<std::uint8_t, 0x100> DIGIT_VALUES = [] {
+        std::array<std::uint8_t, 0x100> values{};
         for (char32_t c = 0; c < values.size(); ++c)
             values[c] =
                 text::isHexDigit(c) ? static_cast<std::uint8_t>(text::hexDigitValue(c)) : 0xFF;
         return values;
     }();
 
-    // Narrows the ASCII characters before the next "%", eight at a time while they last, and moves
-    // both positions past them.
-    void narrowUnescaped(const char32_t*& at, const char32_t* end, char*& out) noexcept
+    // Copies the bytes before the next "%", and moves both positions past them.
+    void copyUnescaped(const char*& at, const char* end, char*& out) noexcept
     {
-        constexpr std::ptrdiff_t STEP = 8;
-        while (end - at >= STEP) {
-            unsigned escapes = 0;
-            for (std::ptrdiff_t i = 0; i < STEP; ++i)
-                escapes |= unsigned{at[i] == U'%'};
-            if (escapes != 0)
-                break;
-            for (std::ptrdiff_t i = 0; i < STEP; ++i)
-                out[i] = static_cast<char>(at[i]);
-            at += STEP;
-            out += STEP;
-        }
-        while (at != end && *at != U'%')
-            *out++ = static_cast<char>(*at++);
+        const auto rest = static_cast<std::size_t>(end - at);
+        const void* const escape = std::memchr(at, '%', rest);
+        const std::size_t count =
+            escape == nullptr ? rest
+                              : static_cast<std::size_t>(static_cast<const char*>(escape) - at);
+        std::memcpy(out, at, count);
+        at += count;
+        out += count;
     }
 
     // The value of the escape that begins here, or a number above 0xFF if none does.
-    unsigned escapeAt(const char32_t* at, const char32_t* end) noexcept
+    unsigned escapeAt(const char* at, const char* end) noexcept
     {
         constexpr unsigned NONE = 0x100;
         if (end - at < 3)
             return NONE;
-        const unsigned high = DIGIT_VALUES[at[1]];
-        const unsigned low = DIGIT_VALUES[at[2]];
+        const unsigned high = DIGIT_VALUES[static_cast<unsigned char>(at[1])];
+        const unsigned low = DIGIT_VALUES[static_cast<unsigned char>(at[2])];
         return (high | low) < 0x10 ? high * 0x10 + low : NONE;
+    }
+
+    char* putEscape(char* out, unsigned char byte) noexcept
+    {
+        out[0] = '%';
+        out[1] = text::hexDigit(byte >> 4);
+        out[2] = text::hexDigit(byte & 0xFU);
+        return out + 3;
+    }
+
+    void appendEscaped(std::string& result, char ascii)
+    {
+        char escape[3];
+        putEscape(escape, static_cast<unsigned char>(ascii));
+        result.append(escape, sizeof escape);
+    }
+
+    template <class Unit>
+    std::basic_string<Unit> withFixedEscapes(std::basic_string_view<Unit> text, bool escapeBrackets)
+    {
+        const auto isFixed = [text, escapeBrackets](std::size_t i) {
+            const Unit c = text[i];
+            return (c == Unit('%') && !text::isEscapeAt(text, i))
+                   || (escapeBrackets && (c == Unit('[') || c == Unit(']')));
+        };
+        // Counted first: a text of many GiB has no room to grow in.
+        std::size_t size = text.size();
+        for (std::size_t i = 0; i < text.size(); ++i)
+            size += isFixed(i) ? 2U : 0U;
+        std::basic_string<Unit> result;
+        result.reserve(size);
+        for (std::size_t i = 0; i < text.size(); ++i) {
+            if (isFixed(i))
+                appendEscaped(result, text[i]);
+            else
+                result.push_back(text[i]);
+        }
+        return result;
     }
 
 } // namespace
@@ -220,6 +252,23 @@ std::u32string encodeNonAscii(std::u32string_view text)
     return result;
 }
 
+std::string encodeNonAscii(std::string_view lax)
+{
+    const auto isShown = [](char c) { return c > 0x20 && c < 0x7F; }; // negative above ASCII
+    std::size_t size = 0;
+    for (const char c : lax)
+        size += isShown(c) ? 1U : 3U;
+    std::string result(size, '\0');
+    char* out = result.data();
+    for (const char c : lax) {
+        if (isShown(c))
+            *out++ = c;
+        else
+            out = putEscape(out, static_cast<unsigned char>(c));
+    }
+    return result;
+}
+
 std::optional<std::u32string> decodeEscapes(std::u32string_view text, std::u32string_view keep)
 {
     std::u32string result;
@@ -230,17 +279,15 @@ std::optional<std::u32string> decodeEscapes(std::u32string_view text, std::u32st
     return result;
 }
 
-std::optional<std::string> decodeAsciiToUtf8(std::u32string_view text)
+std::optional<std::string> decodeToUtf8(std::string_view utf8)
 {
-    if (!text::isAllBelow(0x80, text))
-        return std::nullopt;
-    const char32_t* at = text.data();
-    const char32_t* const end = at + text.size();
-    std::string result(text.size(), '\0');
+    const char* at = utf8.data();
+    const char* const end = at + utf8.size();
+    std::string result(utf8.size(), '\0');
     char* out = result.data();
     unsigned highest = 0;
     for (;;) {
-        narrowUnescaped(at, end, out);
+        copyUnescaped(at, end, out);
         if (at == end)
             break;
         do { // an escape seldom comes alone
@@ -250,9 +297,9 @@ std::optional<std::string> decodeAsciiToUtf8(std::u32string_view text)
                 highest = std::max(highest, value);
                 at += 3;
             } else {
-                *out++ = static_cast<char>(*at++);
+                *out++ = *at++;
             }
-        } while (at != end && *at == U'%');
+        } while (at != end && *at == '%');
     }
     result.resize(static_cast<std::size_t>(out - result.data()));
     // A lead byte from F8 up stands for another one; see `text::decodeUtf8`.
@@ -284,24 +331,12 @@ RepairedUtf8 repairUtf8(std::string bytes)
 
 std::u32string fixEscapes(std::u32string_view text, bool escapeBrackets)
 {
-    const auto isFixed = [text, escapeBrackets](std::size_t i) {
-        const char32_t c = text[i];
-        return (c == U'%' && !text::isEscapeAt(text, i))
-               || (escapeBrackets && (c == U'[' || c == U']'));
-    };
-    // Counted first: a text of many GiB has no room to grow in.
-    std::size_t size = text.size();
-    for (std::size_t i = 0; i < text.size(); ++i)
-        size += isFixed(i) ? 2U : 0U;
-    std::u32string result;
-    result.reserve(size);
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (isFixed(i))
-            appendEscaped(result, text[i]);
-        else
-            result.push_back(text[i]);
-    }
-    return result;
+    return withFixedEscapes(text, escapeBrackets);
+}
+
+std::string fixEscapes(std::string_view text, bool escapeBrackets)
+{
+    return withFixedEscapes(text, escapeBrackets);
 }
 
 } // namespace foundation::network::iri

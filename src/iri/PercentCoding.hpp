@@ -49,14 +49,17 @@ std::u32string escapeForbidden(std::u32string_view text);
 /// Leaves "%" and the delimiters alone, so that an escape is never escaped again.
 std::u32string encodeNonAscii(std::u32string_view text);
 
+/// The same of a text in lax UTF-8, no element of which lies above U+10FFFF.
+std::string encodeNonAscii(std::string_view lax);
+
 /// Undoes escapes, but for those of the values in @p keep; one element of the result a byte.
 /// @returns nothing if the text is empty or holds a value above U+10FFFF
 std::optional<std::u32string> decodeEscapes(std::u32string_view text, std::u32string_view keep);
 
-/// The UTF-8 that an ASCII text denotes once its escapes are undone, in one pass and without an
+/// The UTF-8 that a text in UTF-8 denotes once its escapes are undone, in one pass and without an
 /// intermediate text. What this cannot tell, the other steps do.
-/// @returns nothing if the text is not ASCII or denotes what is not UTF-8
-std::optional<std::string> decodeAsciiToUtf8(std::u32string_view text);
+/// @returns nothing if the text denotes what is not UTF-8
+std::optional<std::string> decodeToUtf8(std::string_view utf8);
 
 /// Bytes that can be read as UTF-8, but for five and six byte sequences and wrong values.
 struct RepairedUtf8 {
@@ -69,6 +72,10 @@ RepairedUtf8 repairUtf8(std::string bytes);
 
 /// Escapes each "%" that begins no escape of two ASCII hexadecimal digits, and with
 /// @p escapeBrackets each "[" and "]".
+/// @{
+/// @param text  in UTF-32, or in lax UTF-8 as the result is then
 std::u32string fixEscapes(std::u32string_view text, bool escapeBrackets);
+std::string fixEscapes(std::string_view text, bool escapeBrackets);
+/// @}
 
 } // namespace foundation::network::iri

@@ -5,9 +5,11 @@
 #include "except/Boundary.hpp"
 #include "except/Throw.hpp"
 #include "iri/ComponentCell.hpp"
+#include "iri/ComponentText.hpp"
 #include "iri/DotSegments.hpp"
 #include "iri/OnDemand.hpp"
 #include "iri/PercentCoding.hpp"
+#include "text/LaxUtf8.hpp"
 #include "text/Utf.hpp"
 
 #include <foundation/network/iri/detail/TemplateIRI.hpp>
@@ -25,10 +27,6 @@ constexpr bool isStrict(Encoding encoding) noexcept
 {
     return encoding == Encoding::IriStrict || encoding == Encoding::AsciiStrict;
 }
-
-/// The transcoders as function objects.
-inline constexpr auto toUtf16 = [](std::u32string_view text) { return text::toUtf16(text); };
-inline constexpr auto toUtf8 = [](std::u32string_view text) { return text::toUtf8(text); };
 
 template <class String>
 auto TemplateIRI<String>::schemeText() const noexcept -> View
@@ -128,7 +126,7 @@ const StringParts<String>& TemplateIRI<String>::partsWith(Component component) c
 }
 
 /// Whether a decoded text reads the same in an IRI.
-inline bool isSameInIri(Component component, std::u32string_view text, const PathContext& path,
+inline bool isSameInIri(Component component, std::string_view text, const PathContext& path,
                         const QueryContext& query) noexcept
 {
     switch (component) {
@@ -149,12 +147,12 @@ inline bool isSameInIri(Component component, std::u32string_view text, const Pat
 /// @{
 /// Whether a text that stands in an IRI reads the same in another form. The rules of the components
 /// do not differ here.
-inline bool isSameInAscii(std::u32string_view text) noexcept
+inline bool isSameInAscii(std::string_view text) noexcept
 {
     return FragmentCoder::isSameInAscii(text, {});
 }
 
-inline bool isSameDecoded(std::u32string_view text, const QueryContext& query) noexcept
+inline bool isSameDecoded(std::string_view text, const QueryContext& query) noexcept
 {
     return QueryCoder::isSameDecoded(text, query);
 }
@@ -180,11 +178,12 @@ bool TemplateIRI<String>::isStoredIn(Form form, Component component) const noexc
 
 /// @throws std::runtime_error "Item not set: Host" and so on, if the component is absent
 template <class String>
-auto TemplateIRI<String>::componentText(Component component, const Encoding& encoding) const -> View
+ComponentText TemplateIRI<String>::componentText(Component component,
+                                                 const Encoding& encoding) const
 {
     if (hasText(component) && isStoredIn(formRead(encoding), component))
-        return storedText(component);
-    return partsWith(component).get(component, encoding);
+        return ComponentText(storedText(component));
+    return ComponentText(partsWith(component).get(component, encoding));
 }
 
 /// @throws std::runtime_error "Item not set", if the component is absent
@@ -199,9 +198,9 @@ auto TemplateIRI<String>::readStoredForm(Component component) const -> StoredTex
 
 // The path, or the empty text if the value has none at all.
 template <class String>
-auto TemplateIRI<String>::pathText(const Encoding& encoding) const -> View
+ComponentText TemplateIRI<String>::pathText(const Encoding& encoding) const
 {
-    return hasText(Component::Path) ? componentText(Component::Path, encoding) : View();
+    return hasText(Component::Path) ? componentText(Component::Path, encoding) : ComponentText();
 }
 
 template <class String>
@@ -217,25 +216,60 @@ bool TemplateIRI<String>::pathHasDotSegments() const noexcept
     return known == DotSegments::Some;
 }
 
+// What the value stores, as UTF-8.
+template <class String>
+std::string TemplateIRI<String>::toUtf8(View lax) const
+{
+    return flags_.exceedsUnicode ? text::laxToUtf8(lax) : std::string(lax);
+}
+
 template <class String>
 template <class Convert>
 auto TemplateIRI<String>::readComponent(Component component, const Encoding& encoding,
                                         Convert convert) const
 {
-    return core::except::asInternalRuntimeError([&] {
-        // Escapes in ASCII are undone for about what a copy costs, so nothing is kept for them.
-        if constexpr (std::is_same_v<decltype(convert(View())), std::string>) {
-            const bool readsAsForm = component == Component::Query && flags_.queryReadsAsForm;
-            if (encoding == Encoding::Decoded && hasText(component)
-                && !flags_.plain.contains(component) && !readsAsForm)
-                if (auto decoded = decodeAsciiToUtf8(storedText(component)))
-                    return *std::move(decoded);
-        }
-        const View text = componentText(component, encoding);
+    return componentText(component, encoding).visit([&](auto text) {
         // User information is never repaired; the brackets of an address in the host stay.
         if (!isStrict(encoding) || component == Component::UserInfo)
             return convert(text);
-        return convert(fixEscapes(text, component != Component::Host));
+        const auto fixed = fixEscapes(text, component != Component::Host);
+        return convert(decltype(text)(fixed));
+    });
+}
+
+template <class String>
+std::string TemplateIRI<String>::componentUtf8(Component component, const Encoding& encoding) const
+{
+    return core::except::asInternalRuntimeError([&] {
+        // Escapes are made and undone for about what a copy costs, so nothing is kept for them.
+        if (hasText(component) && !flags_.plain.contains(component)) {
+            const bool readsAsForm = component == Component::Query && flags_.queryReadsAsForm;
+            if (encoding == Encoding::Ascii)
+                return encodeNonAscii(storedText(component));
+            if (encoding == Encoding::Decoded && !readsAsForm)
+                if (auto decoded = decodeToUtf8(storedText(component)))
+                    return *std::move(decoded);
+        }
+        return readComponent(component, encoding, [this](auto text) {
+            if constexpr (std::is_same_v<decltype(text), View>)
+                return toUtf8(text);
+            else
+                return text::toUtf8(text);
+        });
+    });
+}
+
+template <class String>
+std::u16string TemplateIRI<String>::componentUtf16(Component component,
+                                                   const Encoding& encoding) const
+{
+    return core::except::asInternalRuntimeError([&] {
+        return readComponent(component, encoding, [](auto text) {
+            if constexpr (std::is_same_v<decltype(text), View>)
+                return text::laxToUtf16(text);
+            else
+                return text::toUtf16(text);
+        });
     });
 }
 
@@ -244,7 +278,7 @@ std::u16string TemplateIRI<String>::getScheme() const
 {
     if (!flags_.hasScheme)
         core::except::throwRuntimeError("No scheme");
-    return text::toUtf16(schemeText());
+    return text::laxToUtf16(schemeText());
 }
 
 template <class String>
@@ -252,7 +286,7 @@ std::string TemplateIRI<String>::getSchemeUtf8() const
 {
     if (!flags_.hasScheme)
         core::except::throwRuntimeError("No scheme");
-    return text::toUtf8(schemeText());
+    return std::string(schemeText());
 }
 
 template <class String>
@@ -260,7 +294,7 @@ std::u16string TemplateIRI<String>::getPort() const
 {
     if (!flags_.hasPort)
         core::except::throwRuntimeError("No port");
-    return text::toUtf16(portText());
+    return text::laxToUtf16(portText());
 }
 
 template <class String>
@@ -268,7 +302,7 @@ std::string TemplateIRI<String>::getPortUtf8() const
 {
     if (!flags_.hasPort)
         core::except::throwRuntimeError("No port");
-    return text::toUtf8(portText());
+    return std::string(portText());
 }
 
 template <class String>
@@ -282,89 +316,89 @@ std::uint16_t TemplateIRI<String>::getPortNumber() const
 template <class String>
 std::u16string TemplateIRI<String>::getUserInfo(const Encoding& encoding) const
 {
-    return readComponent(Component::UserInfo, encoding, toUtf16);
+    return componentUtf16(Component::UserInfo, encoding);
 }
 
 template <class String>
 std::string TemplateIRI<String>::getUserInfoUtf8(const Encoding& encoding) const
 {
-    return readComponent(Component::UserInfo, encoding, toUtf8);
+    return componentUtf8(Component::UserInfo, encoding);
 }
 
 template <class String>
 std::u16string TemplateIRI<String>::getHost(const Encoding& encoding) const
 {
-    return readComponent(Component::Host, encoding, toUtf16);
+    return componentUtf16(Component::Host, encoding);
 }
 
 template <class String>
 std::string TemplateIRI<String>::getHostUtf8(const Encoding& encoding) const
 {
-    return readComponent(Component::Host, encoding, toUtf8);
+    return componentUtf8(Component::Host, encoding);
 }
 
 template <class String>
 std::u16string TemplateIRI<String>::getAuthority(const Encoding& encoding) const
 {
     return core::except::asInternalRuntimeError(
-        [&] { return text::toUtf16(getNativeAuthority(encoding)); });
+        [&] { return text::laxToUtf16(getNativeAuthority(encoding)); });
 }
 
 template <class String>
 std::string TemplateIRI<String>::getAuthorityUtf8(const Encoding& encoding) const
 {
     return core::except::asInternalRuntimeError(
-        [&] { return text::toUtf8(getNativeAuthority(encoding)); });
+        [&] { return text::laxToUtf8(getNativeAuthority(encoding)); });
 }
 
 template <class String>
 std::u16string TemplateIRI<String>::getPath(const Encoding& encoding) const
 {
-    return readComponent(Component::Path, encoding, toUtf16);
+    return componentUtf16(Component::Path, encoding);
 }
 
 template <class String>
 std::string TemplateIRI<String>::getPathUtf8(const Encoding& encoding) const
 {
-    return readComponent(Component::Path, encoding, toUtf8);
+    return componentUtf8(Component::Path, encoding);
 }
 
 template <class String>
 std::u16string TemplateIRI<String>::getQuery(const Encoding& encoding) const
 {
-    return readComponent(Component::Query, encoding, toUtf16);
+    return componentUtf16(Component::Query, encoding);
 }
 
 template <class String>
 std::string TemplateIRI<String>::getQueryUtf8(const Encoding& encoding) const
 {
-    return readComponent(Component::Query, encoding, toUtf8);
+    return componentUtf8(Component::Query, encoding);
 }
 
 template <class String>
 std::u16string TemplateIRI<String>::getFragment(const Encoding& encoding) const
 {
-    return readComponent(Component::Fragment, encoding, toUtf16);
+    return componentUtf16(Component::Fragment, encoding);
 }
 
 template <class String>
 std::string TemplateIRI<String>::getFragmentUtf8(const Encoding& encoding) const
 {
-    return readComponent(Component::Fragment, encoding, toUtf8);
+    return componentUtf8(Component::Fragment, encoding);
 }
 
 template <class String>
 std::u16string TemplateIRI<String>::getSchemeSpecificPart(const Encoding& encoding) const
 {
     return core::except::asInternalRuntimeError(
-        [&] { return text::toUtf16(getNativeSsp(encoding)); });
+        [&] { return text::laxToUtf16(getNativeSsp(encoding)); });
 }
 
 template <class String>
 std::string TemplateIRI<String>::getSchemeSpecificPartUtf8(const Encoding& encoding) const
 {
     return core::except::asInternalRuntimeError(
-        [&] { return text::toUtf8(getNativeSsp(encoding)); });
+        [&] { return text::laxToUtf8(getNativeSsp(encoding)); });
 }
 
 } // namespace foundation::network::iri::detail

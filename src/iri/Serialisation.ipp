@@ -7,7 +7,7 @@
 #include "iri/PercentCoding.hpp"
 #include "iri/Reading.ipp"
 #include "text/HexDigits.hpp"
-#include "text/Utf.hpp"
+#include "text/LaxUtf8.hpp"
 
 #include <foundation/network/iri/detail/TemplateIRI.hpp>
 
@@ -34,7 +34,7 @@ constexpr std::size_t strictIndex(Encoding encoding) noexcept
 /// @}
 
 template <class String>
-auto TemplateIRI<String>::hostInAuthority(const Encoding& encoding) const -> View
+ComponentText TemplateIRI<String>::hostInAuthority(const Encoding& encoding) const
 {
     try {
         return componentText(Component::Host, encoding);
@@ -45,29 +45,33 @@ auto TemplateIRI<String>::hostInAuthority(const Encoding& encoding) const -> Vie
 }
 
 template <class String>
-String TemplateIRI<String>::getNativeAuthority(const Encoding& encoding) const
+std::string TemplateIRI<String>::getNativeAuthority(const Encoding& encoding) const
 {
-    const View userInfo =
-        flags_.hasUserInfo ? componentText(Component::UserInfo, encoding) : View();
-    const View host = hostInAuthority(encoding);
+    std::string madeUserInfo;
+    std::string madeHost;
+    const View userInfo = flags_.hasUserInfo
+                              ? componentText(Component::UserInfo, encoding).laxIn(madeUserInfo)
+                              : View();
+    const View host = hostInAuthority(encoding).laxIn(madeHost);
     const View port = portText();
-    String result;
+    std::string result;
     result.reserve(userInfo.size() + 1 + host.size() + 1 + port.size());
     if (flags_.hasUserInfo)
         result.append(userInfo).push_back(COMMERCIAL_AT);
     result.append(host);
     if (isStrict(encoding))
-        result = fixEscapes(result, false);
+        result = fixEscapes(View(result), false);
     if (flags_.hasPort)
         result.append(1, COLON).append(port);
     return result;
 }
 
 template <class String>
-void TemplateIRI<String>::appendComponent(String& result, Component component,
+void TemplateIRI<String>::appendComponent(std::string& result, Component component,
                                           const Encoding& encoding, bool strict) const
 {
-    const View text = componentText(component, encoding);
+    std::string made;
+    const View text = componentText(component, encoding).laxIn(made);
     if (strict)
         result.append(fixEscapes(text, true));
     else
@@ -75,10 +79,10 @@ void TemplateIRI<String>::appendComponent(String& result, Component component,
 }
 
 template <class String>
-String TemplateIRI<String>::getNativeSsp(const Encoding& encoding) const
+std::string TemplateIRI<String>::getNativeSsp(const Encoding& encoding) const
 {
     const bool strict = isStrict(encoding);
-    String result;
+    std::string result;
     if (flags_.hasAuthority)
         result.append(2, FORWARD_SLASH).append(getNativeAuthority(encoding));
     appendComponent(result, Component::Path, encoding, strict);
@@ -92,14 +96,14 @@ String TemplateIRI<String>::getNativeSsp(const Encoding& encoding) const
 // The whole text. The authority is repaired as the encoding says, what follows it only if
 // strictRest says so.
 template <class String>
-String TemplateIRI<String>::buildText(const Encoding& encoding, bool strictRest) const
+std::string TemplateIRI<String>::buildText(const Encoding& encoding, bool strictRest) const
 {
     // The plain ASCII form of a parsed value is its text, escaped in one pass, since the delimiters
     // are ASCII. But a scheme is never escaped, and a fragment may have been dropped.
     if (encoding == Encoding::Ascii && !strictRest && hasComponents_ && hasSourceText_.load()
         && flags_.hasFragment == (text_.size() > ranges_.queryEnd) && isSameInAscii(schemeText()))
-        return encodeNonAscii(text_);
-    String result;
+        return encodeNonAscii(View(text_));
+    std::string result;
     result.reserve(text_.size());
     if (flags_.hasScheme)
         result.append(schemeText()).push_back(COLON);
@@ -133,9 +137,9 @@ bool TemplateIRI<String>::areStoredIn(Form form) const noexcept
 }
 
 /// Whether some "%" begins no escape, so that the strict forms repair it.
-inline bool hasBarePercent(std::u32string_view text) noexcept
+inline bool hasBarePercent(std::string_view text) noexcept
 {
-    for (std::size_t at = text.find(U'%'); at != text.npos; at = text.find(U'%', at + 1))
+    for (std::size_t at = text.find('%'); at != text.npos; at = text.find('%', at + 1))
         if (!text::isEscapeAt(text, at))
             return true;
     return false;
@@ -167,41 +171,41 @@ bool TemplateIRI<String>::isTextIn(Form form) const noexcept
 }
 
 template <class String>
-const String& TemplateIRI<String>::toNativeStringFromParts(const Encoding& encoding) const
+const std::string& TemplateIRI<String>::toNativeStringFromParts(const Encoding& encoding) const
 {
     if (encoding == Encoding::Iri && hasSourceText_.load(std::memory_order_acquire))
         return text_;
     if (!isStrict(encoding) && isTextIn(formRead(encoding)))
         return text_;
     if (isEmpty()) {
-        static const String empty;
+        static const std::string empty;
         return empty;
     }
     const OnDemand& texts = onDemand();
-    const PublishedText<String>& plain = texts.plainTexts[plainIndex(encoding)];
+    const PublishedText& plain = texts.plainTexts[plainIndex(encoding)];
     if (!isStrict(encoding)) {
-        const String* made = plain.get();
+        const std::string* made = plain.get();
         if (made != nullptr)
             return *made;
-        return plain.publish(std::make_unique<const String>(buildText(encoding, false)));
+        return plain.publish(std::make_unique<const std::string>(buildText(encoding, false)));
     }
-    const PublishedText<String>& strict = texts.strictTexts[strictIndex(encoding)];
-    if (const String* made = strict.get())
+    const PublishedText& strict = texts.strictTexts[strictIndex(encoding)];
+    if (const std::string* made = strict.get())
         return *made;
     // A first strict read fixes what later plain reads of the form show, too: the authority in
     // their text is the repaired one from now on. That is meant. A parsed value shows its own text
     // there.
-    auto strictText = std::make_unique<const String>(buildText(encoding, true));
+    auto strictText = std::make_unique<const std::string>(buildText(encoding, true));
     const bool plainIsRead = formRead(encoding) != Form::Iri || !hasSourceText_.load();
     if (plainIsRead && plain.get() == nullptr)
-        plain.publish(std::make_unique<const String>(buildText(encoding, false)));
+        plain.publish(std::make_unique<const std::string>(buildText(encoding, false)));
     return strict.publish(std::move(strictText));
 }
 
 template <class String>
 std::u16string TemplateIRI<String>::toStringFromParts(const Encoding& encoding) const
 {
-    return text::toUtf16(toNativeStringFromParts(encoding));
+    return text::laxToUtf16(toNativeStringFromParts(encoding));
 }
 
 template <class String>
@@ -219,10 +223,8 @@ std::u16string TemplateIRI<String>::toAsciiString(bool strict) const
 template <class String>
 std::string TemplateIRI<String>::toStringUtf8(const Encoding& encoding) const
 {
-    return core::except::asInternalRuntimeError([&] {
-        const String& text = toNativeStringFromParts(encoding);
-        return flags_.readsTheSame ? text::narrowAscii(text) : text::toUtf8(text);
-    });
+    return core::except::asInternalRuntimeError(
+        [&] { return toUtf8(toNativeStringFromParts(encoding)); });
 }
 
 template <class String>

@@ -1,6 +1,7 @@
 #include <foundation/network/iri/detail/StringParts.hpp>
 
 #include "iri/ComponentCell.hpp"
+#include "text/LaxUtf8.hpp"
 
 #include <memory>
 #include <stdexcept>
@@ -70,12 +71,12 @@ void CellPlace<Coder>::store(std::u32string text, const Encoding& encoding,
 
 template <class Coder>
 template <class... Context>
-void CellPlace<Coder>::engage(std::u32string_view text, const Encoding& encoding,
+void CellPlace<Coder>::engage(std::string_view lax, const Encoding& encoding,
                               const Context&... context)
 {
     if (get() != nullptr)
         return;
-    auto cell = std::make_unique<Cell>(std::u32string(text), formStored(encoding), context...);
+    auto cell = std::make_unique<Cell>(text::fromLaxUtf8(lax), formStored(encoding), context...);
     Cell* expected = nullptr;
     if (cell_.compare_exchange_strong(expected, cell.get(), std::memory_order_acq_rel))
         static_cast<void>(cell.release()); // owned by the place now
@@ -327,16 +328,16 @@ auto StringParts<String>::visit(Self& self, Component component, Function functi
 }
 
 template <class String>
-void StringParts<String>::engage(Component component, std::u32string_view text,
+void StringParts<String>::engage(Component component, std::string_view lax,
                                  const Encoding& encoding, const PathContext& path,
                                  bool formEncoded)
 {
     if (component == Component::Path)
-        path_.engage(text, encoding, path);
+        path_.engage(lax, encoding, path);
     else if (component == Component::Query)
-        query_.engage(text, encoding, QueryContext{formEncoded});
+        query_.engage(lax, encoding, QueryContext{formEncoded});
     else
-        visit(*this, component, [&](auto& place, const char*) { place.engage(text, encoding); });
+        visit(*this, component, [&](auto& place, const char*) { place.engage(lax, encoding); });
 }
 
 template <class String>

@@ -10,31 +10,31 @@ namespace foundation::network::reference {
 
 namespace {
 
-    constexpr std::u32string_view SLASH = U"/";
+    constexpr std::string_view SLASH = "/";
 
-    bool beginsWithSlash(std::u32string_view text)
+    bool beginsWithSlash(std::string_view text)
     {
-        return text.starts_with(U'/');
+        return text.starts_with('/');
     }
 
-    void prependSlash(std::u32string& segment)
+    void prependSlash(std::string& segment)
     {
-        segment.insert(segment.begin(), U'/');
+        segment.insert(segment.begin(), '/');
     }
 
-    bool isDot(std::u32string_view path)
+    bool isDot(std::string_view path)
     {
-        return path == U"." || path == U"./";
+        return path == "." || path == "./";
     }
 
-    bool isDoubleDot(std::u32string_view path)
+    bool isDoubleDot(std::string_view path)
     {
-        return path == U".." || path == U"../";
+        return path == ".." || path == "../";
     }
 
     // Whether a "/" is missing between a list and a path that follows it.
     template <class List>
-    bool needsSlash(const List& segments, std::u32string_view path)
+    bool needsSlash(const List& segments, std::string_view path)
     {
         return !segments.empty() && segments.back() != SLASH && !path.empty()
                && !beginsWithSlash(path);
@@ -56,15 +56,15 @@ namespace {
         segments.emplace_back(SLASH);
     }
 
-    void mergeWithoutDots(std::u32string_view path, Segments& segments, bool absolute)
+    void mergeWithoutDots(std::string_view path, Segments& segments, bool absolute)
     {
         // What was relative must not begin with the slash of a segment that has become the first.
         const bool stripLeading = segments.empty() || !beginsWithSlash(segments.front());
 
         Segments added;
         iri::grammar::splitPathSegments(path, added); // a path that cannot be split adds nothing
-        std::deque<std::u32string> input(std::move_iterator(segments.begin()),
-                                         std::move_iterator(segments.end()));
+        std::deque<std::string> input(std::move_iterator(segments.begin()),
+                                      std::move_iterator(segments.end()));
         if (!added.empty() && needsSlash(input, path))
             prependSlash(added.front());
         input.insert(input.end(), std::move_iterator(added.begin()),
@@ -84,7 +84,7 @@ namespace {
 
 } // namespace
 
-void mergePathSegments(std::u32string_view path, Segments& segments, bool absolute, bool removeDots)
+void mergePathSegments(std::string_view path, Segments& segments, bool absolute, bool removeDots)
 {
     if (!removeDots) {
         if (needsSlash(segments, path))
@@ -105,17 +105,17 @@ void mergePathSegments(std::u32string_view path, Segments& segments, bool absolu
     mergeWithoutDots(path, segments, absolute);
 }
 
-void removeDotSegments(Segments& output, std::deque<std::u32string>& input)
+void removeDotSegments(Segments& output, std::deque<std::string>& input)
 {
     while (!input.empty()) {
-        std::u32string& front = input.front();
+        std::string& front = input.front();
         const bool isLast = input.size() == 1;
-        if (front == U"." || front == U"..") { // rules A and D of RFC 3986, 5.2.4
+        if (front == "." || front == "..") { // rules A and D of RFC 3986, 5.2.4
             input.pop_front();
             if (!isLast)
                 input.front().erase(0, 1);
-        } else if (front == U"/." || front == U"/..") { // rules B and C
-            const bool climbs = front == U"/..";
+        } else if (front == "/." || front == "/..") { // rules B and C
+            const bool climbs = front == "/..";
             if (isLast)
                 front.resize(1); // the slash
             else
@@ -129,22 +129,21 @@ void removeDotSegments(Segments& output, std::deque<std::u32string>& input)
     }
 }
 
-std::u32string joinPathSegments(const Segments& segments)
+std::string joinPathSegments(const Segments& segments)
 {
-    std::u32string path;
-    for (const std::u32string& segment : segments)
+    std::string path;
+    for (const std::string& segment : segments)
         path.append(segment);
     return path;
 }
 
-std::u32string removeRelativePathSegments(std::u32string_view path, bool absolute)
+std::string removeRelativePathSegments(std::string_view path, bool absolute)
 {
-    std::u32string made;
-    return std::u32string(withoutDotSegments(path, absolute, made));
+    std::string made;
+    return std::string(withoutDotSegments(path, absolute, made));
 }
 
-std::u32string_view withoutDotSegments(std::u32string_view path, bool absolute,
-                                       std::u32string& made)
+std::string_view withoutDotSegments(std::string_view path, bool absolute, std::string& made)
 {
     if (!iri::hasDotSegments(path))
         return path;

@@ -11,7 +11,7 @@
 /// "/a/b/" is "/a", "/b", "/". Only the first segment may have no slash, or two.
 namespace foundation::network::reference {
 
-using Segments = std::vector<std::u32string>;
+using Segments = std::vector<std::string>;
 
 /// Appends @p path to a list.
 ///
@@ -20,24 +20,22 @@ using Segments = std::vector<std::u32string>;
 /// split then adds nothing.
 ///
 /// @param absolute  whether the result begins with "/", whatever the list and the path say
-void mergePathSegments(std::u32string_view path, Segments& segments, bool absolute,
-                       bool removeDots);
+void mergePathSegments(std::string_view path, Segments& segments, bool absolute, bool removeDots);
 
 /// Moves the segments of @p input to the end of @p output without the dot segments. Climbing above
 /// the top of @p output does nothing. Empties @p input.
 /// @rfc{3986,5.2.4}
-void removeDotSegments(Segments& output, std::deque<std::u32string>& input);
+void removeDotSegments(Segments& output, std::deque<std::string>& input);
 
 /// The path of a list.
-std::u32string joinPathSegments(const Segments& segments);
+std::string joinPathSegments(const Segments& segments);
 
 /// A path without its dot segments; a copy, if `hasDotSegments` finds none.
 ///
 /// @param absolute  whether the result begins with "/", if there was something to remove
-std::u32string removeRelativePathSegments(std::u32string_view path, bool absolute);
+std::string removeRelativePathSegments(std::string_view path, bool absolute);
 
 /// The same without a copy: a view of @p path, or of @p made, which then holds what was made.
-std::u32string_view withoutDotSegments(std::u32string_view path, bool absolute,
-                                       std::u32string& made);
+std::string_view withoutDotSegments(std::string_view path, bool absolute, std::string& made);
 
 } // namespace foundation::network::reference

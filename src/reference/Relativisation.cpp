@@ -4,11 +4,13 @@
 #include "iri/Assembly.hpp"
 #include "iri/ComponentCoders.hpp"
 #include "iri/DotSegments.hpp"
+#include "iri/PercentCoding.hpp"
 #include "iri/Reading.ipp"
 #include "iri/Serialisation.ipp"
 #include "iri/grammar/PathSegmentGrammar.hpp"
 #include "reference/PathSegments.hpp"
 #include "text/Comparing.hpp"
+#include "text/LaxUtf8.hpp"
 
 #include <foundation/network/iri/detail/TemplateIRI.hpp>
 
@@ -46,7 +48,7 @@ public:
         }
         // Read before anything is decided, so that a path that cannot be decoded fails on every
         // road.
-        const View path = iri_.flags_.pathIsEmpty ? View() : decodedPath(iri_);
+        const View path = iri_.flags_.pathIsEmpty ? View() : pathOfIri();
         const bool sameScheme = iri_.schemeText() == base_.schemeText();
         if (iri_.hasScheme() && !sameScheme) {
             takeWhole();
@@ -67,11 +69,11 @@ public:
     }
 
 private:
-    void checkPaths() const
+    void checkPaths()
     {
         if (!iri_.hasAbsolutePath() && base_.hasAbsolutePath() && !iri_.flags_.pathIsEmpty)
             core::except::throwLogicError("Cannot make relative to base. Already relative");
-        if (iri_.hasAbsolutePath() && !base_.hasAbsolutePath() && !decodedPath(base_).empty())
+        if (iri_.hasAbsolutePath() && !base_.hasAbsolutePath() && !pathOfBase().empty())
             core::except::throwLogicError("Cannot make relative. Base is relative");
     }
 
@@ -89,8 +91,8 @@ private:
 
     bool namesSameResource() const
     {
-        String ofIri;
-        String ofBase;
+        std::string ofIri;
+        std::string ofBase;
         return iri_.schemeText() == base_.schemeText()
                && text::areEqual(schemeSpecificPart(iri_, ofIri),
                                  schemeSpecificPart(base_, ofBase));
@@ -98,8 +100,8 @@ private:
 
     bool authoritiesDiffer() const
     {
-        String ofIri;
-        String ofBase;
+        std::string ofIri;
+        std::string ofBase;
         return iri_.hasAuthority()
                && !text::areEqual(decodedAuthority(iri_, ofIri), decodedAuthority(base_, ofBase));
     }
@@ -151,9 +153,12 @@ private:
 
     bool hasQueryOfBase() const
     {
-        return iri_.hasQuery() && base_.hasQuery()
-               && iri_.componentText(Component::Query, Encoding::Decoded)
-                      == base_.componentText(Component::Query, Encoding::Decoded);
+        if (!iri_.hasQuery() || !base_.hasQuery())
+            return false;
+        std::string ofIri;
+        std::string ofBase;
+        return iri_.componentText(Component::Query, Encoding::Decoded).laxIn(ofIri)
+               == base_.componentText(Component::Query, Encoding::Decoded).laxIn(ofBase);
     }
 
     void takePathDifference(View path)
@@ -163,7 +168,7 @@ private:
             assembly_.flags().pathHasDotSegments = hasDotSegments(path);
             return;
         }
-        if (!text::areEqual(decodedPath(base_), path))
+        if (!text::areEqual(pathOfBase(), path))
             setRelativePath(getRelativePath());
         else if (base_.hasQuery() && !iri_.hasQuery())
             setRelativePath(getMinimalRelativePath());
@@ -178,7 +183,7 @@ private:
     // The last segment of the path, named so that it does not take the base's query.
     View getMinimalRelativePath()
     {
-        const View path = decodedPath(iri_);
+        const View path = pathOfIri();
         path_ = Iri::FULL_STOP;
         if (path.empty() || path.back() == Iri::FORWARD_SLASH)
             return path_;
@@ -197,14 +202,17 @@ private:
         const View written = relativePath(Encoding::Iri);
         if (readsTheSame_)
             return written;
-        return path_ = PathCoder::iriToDecoded(written, {}).value_or(String());
+        if (auto decoded = decodeToUtf8(written))
+            return path_ = *std::move(decoded);
+        return path_ = text::toLaxUtf8(
+                   PathCoder::iriToDecoded(text::fromLaxUtf8(written), {}).value_or(String()));
     }
 
     // A view of the value's own path, where that has it, or of one that is made.
     View relativePath(const Encoding& encoding)
     {
-        const View from = withoutDotSegments(base_, encoding, baseWithoutDots_);
-        const View to = withoutDotSegments(iri_, encoding, withoutDots_);
+        const View from = withoutDotSegments(base_, encoding, baseWritten_, baseWithoutDots_);
+        const View to = withoutDotSegments(iri_, encoding, written_, withoutDots_);
         if (text::areEqual(from, to))
             return {};
         const std::size_t fromSize = grammar::countPathSegments(from);
@@ -222,9 +230,10 @@ private:
         return goOn(from, fromSize - common.count, to.substr(common.size));
     }
 
-    static View withoutDotSegments(const Iri& iri, const Encoding& encoding, String& made)
+    static View withoutDotSegments(const Iri& iri, const Encoding& encoding, std::string& written,
+                                   std::string& made)
     {
-        const View path = iri.pathText(encoding);
+        const View path = iri.pathText(encoding).laxIn(written);
         const bool isLookedThrough = encoding == Encoding::Iri && iri.hasSourceText_.load();
         if (isLookedThrough && !iri.pathHasDotSegments())
             return path;
@@ -257,7 +266,7 @@ private:
     {
         const std::size_t count = std::max<std::size_t>(1, fromSize - 1);
         for (std::size_t i = 0; i < count; ++i)
-            path_.append(U"../");
+            path_.append("../");
         const bool skipSlash = iri_.hasAbsolutePath() && !to.empty();
         return path_.append(to.substr(skipSlash ? 1 : 0));
     }
@@ -273,21 +282,21 @@ private:
 
     // The way up. From a base three or more segments below, without a slash at its end, this is one
     // step short; that is meant.
-    static String upwards(View from, std::size_t below)
+    static std::string upwards(View from, std::size_t below)
     {
         if (below == 1)
-            return String(1, Iri::FULL_STOP);
+            return std::string(1, Iri::FULL_STOP);
         const bool endsInSlash = from.back() == Iri::FORWARD_SLASH;
         const std::size_t count = endsInSlash ? below - 1 : below - 2;
-        String result = U"..";
+        std::string result = "..";
         for (std::size_t i = 1; i < count; ++i)
-            result.append(U"/..");
+            result.append("/..");
         return result;
     }
 
     // "//", authority, path and query; empty for a value that has no path at all. A view of the
     // value's text, if that has them as plain text, or else of @p made.
-    static View schemeSpecificPart(const Iri& iri, String& made)
+    static View schemeSpecificPart(const Iri& iri, std::string& made)
     {
         if (!iri.hasText(Component::Path))
             return {};
@@ -298,23 +307,29 @@ private:
     }
 
     // The same of the authority, which the value has.
-    static View decodedAuthority(const Iri& iri, String& made)
+    static View decodedAuthority(const Iri& iri, std::string& made)
     {
         if (iri.hasText(Component::Host) && iri.areStoredIn(Form::Decoded))
             return iri.textBetween(iri.authorityBegin(), iri.ranges_.pathBegin);
         return made = iri.getNativeAuthority(Encoding::Decoded);
     }
 
-    static View decodedPath(const Iri& iri) { return iri.pathText(Encoding::Decoded); }
+    // The two paths as plain text.
+    View pathOfIri() { return iri_.pathText(Encoding::Decoded).laxIn(decoded_); }
+    View pathOfBase() { return base_.pathText(Encoding::Decoded).laxIn(baseDecoded_); }
 
     const Iri& iri_;
     const Iri& base_;
     const bool readsTheSame_;
     Iri target_;
     Assembly<String> assembly_;
-    String baseWithoutDots_;
-    String withoutDots_;
-    String path_;
+    std::string decoded_; // the paths, if they had to be made: as plain text,
+    std::string baseDecoded_;
+    std::string written_; // as they are written,
+    std::string baseWritten_;
+    std::string withoutDots_; // and without dot segments
+    std::string baseWithoutDots_;
+    std::string path_;
 };
 
 template <class String>

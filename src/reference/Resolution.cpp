@@ -76,13 +76,13 @@ private:
         if (reference_.pathHasDotSegments())
             setResolvedPath(assembly);
         else
-            assembly.setDecodedPath(decodedPath(reference_), reference_.hasAbsolutePath());
+            assembly.setDecodedPath(referencePath(), reference_.hasAbsolutePath());
     }
 
     void takeBasePath(Assembly<String>& assembly)
     {
         if (!base_.flags_.pathIsEmpty)
-            assembly.setDecodedPath(decodedPath(base_), base_.hasAbsolutePath());
+            assembly.setDecodedPath(basePath(), base_.hasAbsolutePath());
     }
 
     void takeReferenceOrBaseQuery(Assembly<String>& assembly)
@@ -102,7 +102,7 @@ private:
         }
         if (base_.hasAuthority() && base_.flags_.pathIsEmpty) {
             // Departure: dot segments stay on this branch.
-            assembly.setDecodedPath(U"/", decodedPath(reference_));
+            assembly.setDecodedPath("/", referencePath());
             return;
         }
         if (reference_.pathHasDotSegments() || base_.pathHasDotSegments()) {
@@ -110,21 +110,20 @@ private:
             setResolvedPath(assembly);
             return;
         }
-        const View basePath = decodedPath(base_);
-        const std::size_t directory = basePath.rfind(Iri::FORWARD_SLASH) + 1; // 0 without a slash
-        assembly.setDecodedPath(basePath.substr(0, directory), decodedPath(reference_));
+        const View path = basePath();
+        const std::size_t directory = path.rfind(Iri::FORWARD_SLASH) + 1; // 0 without a slash
+        assembly.setDecodedPath(path.substr(0, directory), referencePath());
     }
 
     // The segments of the base without its last one. A path that cannot be split has none.
     void splitBaseDirectory()
     {
-        const View basePath = decodedPath(base_);
+        const View path = basePath();
         if (base_.pathHasDotSegments())
             grammar::splitPathSegments(
-                reference::removeRelativePathSegments(basePath, base_.hasAbsolutePath()),
-                segments_);
+                reference::removeRelativePathSegments(path, base_.hasAbsolutePath()), segments_);
         else
-            grammar::splitPathSegments(basePath, segments_);
+            grammar::splitPathSegments(path, segments_);
         if (segments_.empty())
             return;
         const bool wasOnlyOne = segments_.size() == 1;
@@ -136,19 +135,23 @@ private:
     // The reference's path, merged onto the segments gathered so far.
     void setResolvedPath(Assembly<String>& assembly)
     {
-        reference::mergePathSegments(decodedPath(reference_), segments_, absolute_,
+        reference::mergePathSegments(referencePath(), segments_, absolute_,
                                      reference_.pathHasDotSegments());
         path_ = reference::joinPathSegments(segments_);
         assembly.setDecodedPath({}, path_);
     }
 
-    static View decodedPath(const Iri& iri) { return iri.pathText(Encoding::Decoded); }
+    // The two paths as plain text.
+    View referencePath() { return reference_.pathText(Encoding::Decoded).laxIn(referencePath_); }
+    View basePath() { return base_.pathText(Encoding::Decoded).laxIn(basePath_); }
 
     const Iri& reference_;
     const Iri& base_;
     const bool absolute_; // whether a merged path begins with "/"
     reference::Segments segments_;
-    String path_;
+    std::string referencePath_; // if it had to be made
+    std::string basePath_;
+    std::string path_;
 };
 
 template <class String>

@@ -1,16 +1,19 @@
 #pragma once
 
+#include "text/LaxUtf8.hpp"
+
 #include <cstdint>
 #include <string_view>
 
-/// 64-bit FNV-1a over UTF-32 text: four bytes a code point, low byte first on every machine.
+/// 64-bit FNV-1a over the code points of a text: four bytes a code point, low byte first on every machine.
 namespace foundation::network::text {
 
 inline constexpr std::uint64_t FNV_OFFSET_BASIS = 0xcbf29ce484222325U;
 inline constexpr std::uint64_t FNV_PRIME = 0x100000001b3U;
 
-/// The hash of @p text; that of the empty text is `FNV_OFFSET_BASIS`.
-inline std::uint64_t fnv1a(std::u32string_view text) noexcept
+/// The hash of the elements of a range; that of the empty text is `FNV_OFFSET_BASIS`.
+template <class Elements>
+std::uint64_t fnv1aOf(const Elements& elements) noexcept
 {
     // A zero byte only multiplies, so the multiplications of a run of zero bytes are one.
     constexpr std::uint64_t PRIME_2 = FNV_PRIME * FNV_PRIME;
@@ -18,7 +21,7 @@ inline std::uint64_t fnv1a(std::u32string_view text) noexcept
     constexpr std::uint64_t PRIME_4 = PRIME_2 * PRIME_2;
 
     std::uint64_t hash = FNV_OFFSET_BASIS;
-    for (const char32_t unit : text) {
+    for (const char32_t unit : elements) {
         if (unit < 0x100) {
             hash = (hash ^ unit) * PRIME_4;
             continue;
@@ -34,5 +37,18 @@ inline std::uint64_t fnv1a(std::u32string_view text) noexcept
     }
     return hash;
 }
+
+/// @{
+/// The hash of a text, in UTF-32 or in lax UTF-8; the same for both.
+inline std::uint64_t fnv1a(std::u32string_view text) noexcept
+{
+    return fnv1aOf(text);
+}
+
+inline std::uint64_t fnv1a(std::string_view lax) noexcept
+{
+    return fnv1aOf(LaxUtf8View(lax));
+}
+/// @}
 
 } // namespace foundation::network::text

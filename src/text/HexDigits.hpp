@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <string_view>
+#include <type_traits>
 
 /// The hexadecimal digits of percent escapes (RFC 3986, 2.1) and of addresses, which are ASCII only.
 namespace foundation::network::text {
@@ -18,9 +19,14 @@ constexpr char32_t hexDigitValue(char32_t c) noexcept
 }
 
 /// Whether two digits follow the "%" that stands at an index.
-constexpr bool isEscapeAt(std::u32string_view text, std::size_t index) noexcept
+/// @tparam Unit  `char` or `char32_t`
+template <class Unit>
+constexpr bool isEscapeAt(std::basic_string_view<Unit> text, std::size_t index) noexcept
 {
-    return text.size() - index > 2 && isHexDigit(text[index + 1]) && isHexDigit(text[index + 2]);
+    const auto isDigit = [text](std::size_t at) {
+        return isHexDigit(static_cast<std::make_unsigned_t<Unit>>(text[at]));
+    };
+    return text.size() - index > 2 && isDigit(index + 1) && isDigit(index + 2);
 }
 
 /// The digit of a value below 16, in upper case.

@@ -25,6 +25,15 @@ bool decodeUtf8(std::string_view utf8, std::u32string& result);
 ///          noticed: a low one itself, or what stands behind a high one, 0 at the end of the text
 std::optional<char16_t> decodeUtf16(std::u16string_view utf16, std::u32string& result);
 
+/// UTF-16 to UTF-8, with one allocation.
+/// @returns nothing, if a surrogate is misplaced
+std::optional<std::string> encodeUtf8(std::u16string_view utf16);
+
+/// The UTF-8 in which everybody else writes what `decodeUtf8` reads, which takes other lead bytes for
+/// F0 to F4, too. As many bytes in the same places.
+/// @param utf8  that `decodeUtf8` reads
+std::string withUsualLeads(std::string_view utf8);
+
 /// ASCII to UTF-32.
 /// @param ascii  for which `isAllAscii` holds
 std::u32string widenAscii(std::string_view ascii);

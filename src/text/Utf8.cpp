@@ -5,6 +5,7 @@
 #include "text/InvalidCodePoint.hpp"
 #include "text/SameUnits.hpp"
 #include "text/Utf8Decoding.hpp"
+#include "text/WellFormed.hpp"
 
 #include <algorithm>
 #include <cstddef>
@@ -37,11 +38,16 @@ namespace {
     }
 
     // How many bytes it takes. A value that cannot be written counts as four.
+    std::size_t utf8Length(char32_t c) noexcept
+    {
+        return 1U + unsigned{c >= 0x80} + unsigned{c >= 0x800} + unsigned{c >= 0x10000};
+    }
+
     std::size_t utf8Length(std::u32string_view utf32) noexcept
     {
         std::size_t length = 0;
         for (const char32_t c : utf32)
-            length += 1U + unsigned{c >= 0x80} + unsigned{c >= 0x800} + unsigned{c >= 0x10000};
+            length += utf8Length(c);
         return length;
     }
 
@@ -133,6 +139,34 @@ bool decodeUtf8(std::string_view utf8, std::u32string& result)
             *out++ = value;
         } while (at != end && byteAt(at) >= 0x80);
     }
+}
+
+std::optional<std::string> encodeUtf8(std::u16string_view utf16)
+{
+    if (isAllBelow(0x80, utf16))
+        return copyUnits<std::string>(utf16);
+    if (wellFormedLength(utf16) < utf16.size())
+        return std::nullopt;
+    const Utf16Iterator begin(utf16.data());
+    const Utf16Iterator end(utf16.data() + utf16.size());
+    std::size_t length = 0;
+    for (Utf16Iterator at = begin; at != end; ++at)
+        length += utf8Length(*at);
+    std::string result(length, '\0');
+    char* out = result.data();
+    for (Utf16Iterator at = begin; at != end; ++at)
+        out = put(out, *at);
+    return result;
+}
+
+std::string withUsualLeads(std::string_view utf8)
+{
+    std::string result(utf8);
+    for (char& narrow : result) {
+        const auto byte = static_cast<unsigned char>(narrow);
+        narrow = static_cast<char>(byte & (byte >= 0xF8 ? 0xF7U : 0xFFU));
+    }
+    return result;
 }
 
 std::u32string widenAscii(std::string_view ascii)

@@ -11,7 +11,7 @@ import sys
 import xml.etree.ElementTree
 
 NAMESPACE = "{http://schemas.microsoft.com/vstudio/debugger/natvis/2010}"
-NOT_OURS = {"_Ptr", "nullptr", "type_", "addr_", "ipv4_address_", "ipv6_address_"}
+NOT_OURS = {"s8", "_Ptr", "nullptr", "type_", "addr_", "ipv4_address_", "ipv6_address_"}
 
 
 def expressions(kind):

@@ -2,7 +2,9 @@
 
 #include "iri/CoderPairs.hpp"
 #include "text/Failure.hpp"
+#include "text/LaxUtf8.hpp"
 #include "text/NaiveUtf8.hpp"
+#include "text/WellFormed.hpp"
 
 #include <gtest/gtest.h>
 
@@ -192,6 +194,15 @@ namespace {
         expect(Coder::isSameInIri(text, context), Coder::decodedToIri);
         expect(Coder::isSameInAscii(text, context), Coder::iriToAscii);
         expect(Coder::isSameDecoded(text, context), Coder::iriToDecoded);
+
+        // It tells the same of the text as values hold it, which in an IRI is UTF-8.
+        const std::string lax = text::toLaxUtf8(text);
+        const std::string_view held = lax;
+        EXPECT_EQ(Coder::isSameInIri(held, context), Coder::isSameInIri(text, context));
+        EXPECT_EQ(Coder::isSameInAscii(held, context), Coder::isSameInAscii(text, context));
+        if (text::wellFormedLength(held) == held.size()) {
+            EXPECT_EQ(Coder::isSameDecoded(held, context), Coder::isSameDecoded(text, context));
+        }
         return told;
     }
 

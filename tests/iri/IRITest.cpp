@@ -363,7 +363,13 @@ TEST(IRI, refusesInvalidUtf8WithTheFailureOfTheTranscoder)
 
 TEST(IRI, takesALeadByteFromF8UpForOneOfFourBytes)
 {
-    EXPECT_EQ(IRI(std::string("x:\xF8\x90\x80\x80")).toStringUtf8(), "x:\xF0\x90\x80\x80");
+    const IRI unusual(std::string("x:\xF8\x90\x80\x80"));
+    const IRI usual(std::string("x:\xF0\x90\x80\x80"));
+    EXPECT_EQ(unusual.toStringUtf8(), "x:\xF0\x90\x80\x80");
+    EXPECT_EQ(unusual.getPathUtf8(), "\xF0\x90\x80\x80");
+    EXPECT_EQ(unusual, usual);
+    EXPECT_EQ(unusual.hashValue(), usual.hashValue());
+    EXPECT_FALSE(unusual < usual || usual < unusual);
 }
 
 TEST(IRI, refusesInvalidUtf16WithTheUnitAtFault)

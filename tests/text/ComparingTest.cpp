@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstddef>
 #include <string>
 
@@ -12,13 +13,13 @@ namespace {
     TEST(Comparing, findsADifferenceAtEachPlace)
     {
         for (std::size_t size = 0; size < 40; ++size) {
-            const std::u32string text(size, U'm');
+            const std::string text(size, 'm');
             EXPECT_TRUE(areEqual(text, text));
             EXPECT_FALSE(isLess(text, text));
             EXPECT_EQ(findDifference(text.data(), text.data(), size), size);
             for (std::size_t place = 0; place < size; ++place) {
-                for (const char32_t c : {U'a', U'l', U'z', U'\U0010FFFF'}) {
-                    std::u32string other = text;
+                for (const char c : {'a', 'l', 'z', '\xF4'}) {
+                    std::string other = text;
                     other[place] = c;
                     EXPECT_FALSE(areEqual(text, other));
                     EXPECT_EQ(findDifference(text.data(), other.data(), size), place);
@@ -31,21 +32,22 @@ namespace {
 
     TEST(Comparing, aBeginningComesFirst)
     {
-        const std::u32string text(30, U'm');
+        const std::string text(30, 'm');
         for (std::size_t size = 0; size < text.size(); ++size) {
-            const std::u32string beginning = text.substr(0, size);
+            const std::string beginning = text.substr(0, size);
             EXPECT_FALSE(areEqual(text, beginning));
             EXPECT_TRUE(isLess(beginning, text));
             EXPECT_FALSE(isLess(text, beginning));
         }
     }
 
-    // By code points, not by bytes in memory.
     TEST(Comparing, ordersByCodePoint)
     {
-        EXPECT_TRUE(isLess(U"\u00FF", U"\u0100"));
-        EXPECT_TRUE(isLess(U"\uFFFF", U"\U00010000"));
-        EXPECT_FALSE(isLess(U"\u0100", U"\u00FF"));
+        const std::array texts = {"",       "a",      "\u007F", "\u0080",     "\u00FF",    "\u0100",
+                                  "\uD7FF", "\uE000", "\uFFFF", "\U00010000", "\U0010FFFF"};
+        for (std::size_t i = 0; i < texts.size(); ++i)
+            for (std::size_t j = 0; j < texts.size(); ++j)
+                EXPECT_EQ(isLess(texts[i], texts[j]), i < j);
     }
 
 } // namespace

@@ -44,6 +44,7 @@ namespace {
             SCOPED_TRACE(testing::PrintToString(row.utf32));
             EXPECT_EQ(toUtf32(row.utf16), row.utf32);
             EXPECT_EQ(toUtf16(row.utf32), row.utf16);
+            EXPECT_EQ(encodeUtf8(row.utf16), toUtf8(row.utf32));
         }
     }
 
@@ -76,6 +77,17 @@ namespace {
         for (const Misplacement& row : misplacements) {
             SCOPED_TRACE(testing::PrintToString(row.utf16));
             EXPECT_EQ(failureOf([&] { toUtf32(row.utf16); }), misplacedSurrogate(row.unit));
+            EXPECT_EQ(encodeUtf8(row.utf16), std::nullopt);
+        }
+    }
+
+    TEST(Utf16, ofEveryCodePointBecomesItsUtf8)
+    {
+        for (char32_t c = 0; c <= MAX_CODE_POINT; ++c) {
+            if (c >= 0xD800 && c < 0xE000)
+                continue;
+            const std::u32string text{U'a', c};
+            ASSERT_EQ(encodeUtf8(toUtf16(text)), toUtf8(text));
         }
     }
 

@@ -103,6 +103,17 @@ namespace {
         }
     }
 
+    // F8 to FF are read for F0 to F7.
+    TEST(Utf8, isGivenTheLeadBytesThatOthersWrite)
+    {
+        EXPECT_EQ(withUsualLeads(""), "");
+        EXPECT_EQ(withUsualLeads("a\u00E4\u4F8B\U0001F600"), "a\u00E4\u4F8B\U0001F600");
+        EXPECT_EQ(withUsualLeads("\xF8\x9F\x98\x80z\xFC\x8F\xBF\xBF"),
+                  "\xF0\x9F\x98\x80z\xF4\x8F\xBF\xBF");
+        for (const char* text : {"\xF8\x90\x80\x80", "\xF9\x90\x80\x80", "\xFC\x8F\xBF\xBF"})
+            EXPECT_EQ(withUsualLeads(text), toUtf8(toUtf32(text)));
+    }
+
     TEST(Utf8, isReadToTheEndOfTheViewOnly)
     {
         const std::string text = "\xC3\xA9\xC3\xA9";

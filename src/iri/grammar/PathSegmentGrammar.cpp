@@ -6,12 +6,18 @@ namespace foundation::network::iri::grammar {
 
 namespace {
 
-    using It = std::u32string_view::const_iterator;
+    // Bytes will do: those of a slash are no part of anything else.
+    using It = std::string_view::const_iterator;
+
+    bool takeSlash(Cursor<It>& at)
+    {
+        return at.takeIf([](char c) { return c == '/'; });
+    }
 
     // segment-body = 1*( anything but "/" )
     bool segmentBody(Cursor<It>& at)
     {
-        const auto isMember = [](char32_t c) { return c != U'/'; };
+        const auto isMember = [](char c) { return c != '/'; };
         if (!at.is(isMember))
             return false;
         at.skipWhile(isMember);
@@ -22,7 +28,7 @@ namespace {
     bool slashSegment(Cursor<It>& at)
     {
         const It start = at.position();
-        if (at.take(U'/') && segmentBody(at))
+        if (takeSlash(at) && segmentBody(at))
             return true;
         at.reset(start);
         return false;
@@ -32,7 +38,7 @@ namespace {
     bool terminalSlash(Cursor<It>& at)
     {
         const It start = at.position();
-        if (at.take(U'/') && at.atEnd())
+        if (takeSlash(at) && at.atEnd())
             return true;
         at.reset(start);
         return false;
@@ -42,7 +48,7 @@ namespace {
     bool doubleSlashSegment(Cursor<It>& at)
     {
         const It start = at.position();
-        if (at.take(U'/', U'/') && segmentBody(at))
+        if (takeSlash(at) && takeSlash(at) && segmentBody(at))
             return true;
         at.reset(start);
         return false;
@@ -50,7 +56,7 @@ namespace {
 
     // path = ( segment-body / slash-segment / terminal-slash / double-slash-segment )
     //        *slash-segment [ terminal-slash ]
-    bool path(Cursor<It>& at, std::vector<std::u32string>& segments)
+    bool path(Cursor<It>& at, std::vector<std::string>& segments)
     {
         It start = at.position();
         const auto keepSegment = [&] {
@@ -69,21 +75,21 @@ namespace {
 
 } // namespace
 
-bool splitPathSegments(std::u32string_view text, std::vector<std::u32string>& segments)
+bool splitPathSegments(std::string_view text, std::vector<std::string>& segments)
 {
     Cursor at(text.begin(), text.end());
-    std::vector<std::u32string> found;
+    std::vector<std::string> found;
     if (!path(at, found))
         return false;
     segments = std::move(found);
     return true;
 }
 
-std::size_t countPathSegments(std::u32string_view text) noexcept
+std::size_t countPathSegments(std::string_view text) noexcept
 {
     // The first segment may begin with two slashes, and a slash may stand alone. Behind that each
     // slash begins a segment, and no two of them stand together.
-    const std::size_t body = text.find_first_not_of(U'/');
+    const std::size_t body = text.find_first_not_of('/');
     if (body == text.npos)
         return text.size() == 1 ? 1 : 0;
     if (body > 2)
@@ -91,8 +97,8 @@ std::size_t countPathSegments(std::u32string_view text) noexcept
     std::size_t count = 1;
     std::size_t doubled = 0;
     for (std::size_t i = body + 1; i < text.size(); ++i) {
-        const std::size_t isSlash = text[i] == U'/' ? 1 : 0;
-        const std::size_t followsSlash = text[i - 1] == U'/' ? 1 : 0;
+        const std::size_t isSlash = text[i] == '/' ? 1 : 0;
+        const std::size_t followsSlash = text[i - 1] == '/' ? 1 : 0;
         count += isSlash;
         doubled |= isSlash & followsSlash;
     }

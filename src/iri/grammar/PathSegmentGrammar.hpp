@@ -14,9 +14,9 @@ namespace foundation::network::iri::grammar {
 /// Splits a path into its segments.
 ///
 /// @returns whether the path could be split; if not, @p segments is left as it was
-bool splitPathSegments(std::u32string_view text, std::vector<std::u32string>& segments);
+bool splitPathSegments(std::string_view text, std::vector<std::string>& segments);
 
 /// How many segments a path has; none, if it cannot be split.
-std::size_t countPathSegments(std::u32string_view text) noexcept;
+std::size_t countPathSegments(std::string_view text) noexcept;
 
 } // namespace foundation::network::iri::grammar

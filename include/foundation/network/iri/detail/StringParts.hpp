@@ -58,9 +58,9 @@ namespace detail {
         template <class... Context>
         void store(std::u32string text, const Encoding& encoding, const Context&... context);
 
-        /// Puts a text here, if no thread has done so before.
+        /// Puts a text in lax UTF-8 here, if no thread has done so before.
         template <class... Context>
-        void engage(std::u32string_view text, const Encoding& encoding, const Context&... context);
+        void engage(std::string_view lax, const Encoding& encoding, const Context&... context);
 
         /// Makes the component absent.
         void reset() noexcept;
@@ -180,10 +180,10 @@ namespace detail {
         template <class Rules>
         using Place = CellPlace<ComponentCoder<Rules>>;
 
-        /// Stores a component, if it is absent. May run beside readers.
+        /// Stores a component, given in lax UTF-8, if it is absent. May run beside readers.
         /// @param path         what the path knows of its neighbours; no other component asks
         /// @param formEncoded  of the query; no other component asks
-        void engage(Component component, std::u32string_view text, const Encoding& encoding,
+        void engage(Component component, std::string_view lax, const Encoding& encoding,
                     const PathContext& path, bool formEncoded);
 
         const String& get(Component component, const Encoding& encoding) const;

@@ -22,6 +22,8 @@ namespace foundation::network::iri::detail {
 
 enum class Form : std::uint8_t;
 
+class ComponentText;
+
 template <class It>
 struct Parts;
 
@@ -59,6 +61,7 @@ struct ComponentFlags {
     bool queryReadsAsForm = false;   ///< and is converted as such; mostly the same as formEncoded
     bool partsAreEmpty = true;       ///< a built value was given a scheme and a port at most
     bool readsTheSame = false;       ///< ASCII without "%": all forms are as the text has them
+    bool exceedsUnicode = false;     ///< of a built value: some element lies above U+10FFFF
     ComponentSet plain;              ///< what the text holds decoded; the rest is as in an IRI
 };
 
@@ -67,8 +70,9 @@ enum class DotSegments : std::uint8_t { Unknown, None, Some };
 
 /// The working class behind `foundation::network::IRI`, which tells what the operations mean.
 ///
-/// A value is one text, with the ranges of the components in it. That of a parsed value is the text
-/// that was parsed. That of a built value is laid out in the same way, but some components stand in
+/// A value is one text, with the ranges of the components in it. It is UTF-8, or what comes next to it
+/// where a built value has elements that are no code points. That of a parsed value is the text that
+/// was parsed. That of a built value is laid out in the same way, but some components stand in
 /// it as plain text, in which anything may occur; only the ranges tell where they end. Everything
 /// else, which is other forms of components, whole texts in other forms and the hash, comes into
 /// being when somebody asks for it, and stays.
@@ -204,15 +208,14 @@ private:
     friend class Relativisation<String>;
     friend class Building<String>;
 
-    using It = typename String::const_iterator;
-    using View = std::basic_string_view<typename String::value_type>;
+    using View = std::string_view; // in lax UTF-8
 
-    static constexpr char32_t FULL_STOP = U'.';
-    static constexpr char32_t COLON = U':';
-    static constexpr char32_t HASH_SIGN = U'#';
-    static constexpr char32_t FORWARD_SLASH = U'/';
-    static constexpr char32_t COMMERCIAL_AT = U'@';
-    static constexpr char32_t QUESTION_MARK = U'?';
+    static constexpr char FULL_STOP = '.';
+    static constexpr char COLON = ':';
+    static constexpr char HASH_SIGN = '#';
+    static constexpr char FORWARD_SLASH = '/';
+    static constexpr char COMMERCIAL_AT = '@';
+    static constexpr char QUESTION_MARK = '?';
 
     /// The text of a component with the form in which it is stored.
     struct StoredText {
@@ -225,16 +228,15 @@ private:
 
     // Reading a text.
 
-    /// Takes `text_` apart. @returns false, with the value half filled, if it is no IRI
-    bool parse();
-    void parseOrThrow();
-    void readOrThrow(std::string_view utf8);
+    template <class Unit>
+    void readOrThrow(std::basic_string_view<Unit> text);
 
-    /// Takes an ASCII text apart and makes it `text_`. @returns as `parse`
-    bool readAscii(std::string_view ascii);
+    /// Takes a text apart, without keeping it.
+    /// @returns false, with the value half filled, if it is no IRI
+    bool takeApart(std::string_view utf8);
 
-    template <class TextIt, class IndexOf>
-    bool takeApart(TextIt first, TextIt last, IndexOf indexOf);
+    template <class TextIt>
+    bool takeApartBy(std::string_view utf8);
     template <class TextIt>
     void setPartFlags(const Parts<TextIt>& parts);
 
@@ -247,13 +249,16 @@ private:
     View schemeText() const noexcept;
     View portText() const noexcept;
     bool isStoredIn(Form form, Component component) const noexcept;
-    View componentText(Component component, const Encoding& encoding) const;
-    View pathText(const Encoding& encoding) const;
+    ComponentText componentText(Component component, const Encoding& encoding) const;
+    ComponentText pathText(const Encoding& encoding) const;
     StoredText readStoredForm(Component component) const;
     bool pathHasDotSegments() const noexcept;
     PathContext pathContext() const noexcept;
     const StringParts<String>& partsWith(Component component) const;
     OnDemand& onDemand() const;
+
+    std::string componentUtf8(Component component, const Encoding& encoding) const;
+    std::u16string componentUtf16(Component component, const Encoding& encoding) const;
 
     template <class Convert>
     auto readComponent(Component component, const Encoding& encoding, Convert convert) const;
@@ -262,13 +267,14 @@ private:
 
     bool areStoredIn(Form form) const noexcept;
     bool isTextIn(Form form) const noexcept;
-    View hostInAuthority(const Encoding& encoding) const;
-    String getNativeAuthority(const Encoding& encoding) const;
-    String getNativeSsp(const Encoding& encoding) const;
-    const String& toNativeStringFromParts(const Encoding& encoding) const;
+    std::string toUtf8(View lax) const;
+    ComponentText hostInAuthority(const Encoding& encoding) const;
+    std::string getNativeAuthority(const Encoding& encoding) const;
+    std::string getNativeSsp(const Encoding& encoding) const;
+    const std::string& toNativeStringFromParts(const Encoding& encoding) const;
     std::u16string toStringFromParts(const Encoding& encoding) const;
-    String buildText(const Encoding& encoding, bool strictRest) const;
-    void appendComponent(String& result, Component component, const Encoding& encoding,
+    std::string buildText(const Encoding& encoding, bool strictRest) const;
+    void appendComponent(std::string& result, Component component, const Encoding& encoding,
                          bool strict) const;
 
     std::uint64_t generateHash() const;
@@ -281,7 +287,7 @@ private:
     bool differsIn(Component component, const TemplateIRI& other) const;
     bool differsInComponents(const TemplateIRI& other) const;
 
-    String text_;
+    std::string text_; // in lax UTF-8, which is UTF-8 for what was parsed
     ComponentRanges ranges_;
     ComponentFlags flags_;
     std::uint16_t portNumber_ = 0;
