@@ -11,7 +11,7 @@
 
 #include <foundation/network/format/TextFormatter.hpp>
 
-#include <fmt/core.h>
+#include <fmt/format.h> // fmt/core.h only declares how texts are formatted
 
 /// The text of an IRI, as `toStringUtf8` gives it.
 template <>
