@@ -2,11 +2,15 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <chrono>
 #include <functional>
+#include <future>
 #include <memory>
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -444,6 +448,33 @@ namespace {
         EXPECT_EQ(SpyCoder::calls.size(), 1U);
         source.text(Form::Decoded);
         EXPECT_EQ(SpyCoder::calls.size(), 2U);
+    }
+
+    // A reader that comes while another thread makes the form waits for it, and makes none itself.
+    TEST_F(ComponentCellTest, givesAWaitingReaderWhatAnotherThreadMakes)
+    {
+        const Cell cell(U"text", Form::Decoded);
+        std::promise<void> isBeingMade;
+        std::atomic<bool> isAskedAgain{false};
+        SpyCoder::answer = [&](const Call& call) {
+            isBeingMade.set_value();
+            while (!isAskedAgain)
+                std::this_thread::yield();
+            // Time for the other to see that the form is not there, and to come to the lock.
+            std::this_thread::sleep_for(std::chrono::milliseconds(20));
+            return otherText(call);
+        };
+        const std::u32string* waitedFor = nullptr;
+        std::thread reader([&] {
+            isBeingMade.get_future().wait();
+            isAskedAgain = true;
+            waitedFor = &cell.text(Form::Iri);
+        });
+        const std::u32string& made = cell.text(Form::Iri);
+        reader.join();
+        EXPECT_EQ(made, U"text>decodedToIri");
+        EXPECT_EQ(waitedFor, &made);
+        EXPECT_EQ(SpyCoder::calls.size(), 1U);
     }
 
 } // namespace
