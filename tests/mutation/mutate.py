@@ -14,7 +14,13 @@ can notice has its reason in equivalent.txt beside this script, where a line
 
     src/iri/X.cpp: the line => the line as it was broken
 
-stands below a comment. Ends with status 1 if there are other survivors.
+stands below a comment. Where the file has several such lines, the one before it, or the next before
+that which has words in it, tells which is meant:
+
+    src/iri/X.cpp: the line before \\ the line => the line as it was broken
+
+Ends with status 1 if there are other survivors, or lines of equivalent.txt that name no place of the
+sources, or more than one.
 """
 
 import argparse
@@ -50,9 +56,13 @@ class Mutant:
     line: int  # from 0
     before: str
     after: str
+    above: str = ""  # the line before it that has words in it
 
-    def excuse(self):
-        return f"{self.file}: {self.before.strip()} => {self.after.strip()}"
+    def excuses(self):
+        """The lines of equivalent.txt that would excuse it: a short one, and one that tells more."""
+        broken_line = f"{self.before.strip()} => {self.after.strip()}"
+        return (f"{self.file}: {broken_line}",
+                f"{self.file}: {self.above.strip()} \\ {broken_line}")
 
     def __str__(self):
         return f"{self.file}:{self.line + 1}\n    - {self.before.strip()}\n    + {self.after.strip()}"
@@ -124,9 +134,11 @@ def mutants(source, paths):
     found = []
     for file in files:
         name = str(file.relative_to(source))
-        lines = file.read_text(encoding="utf-8").splitlines()
-        for number, line in enumerate(lines):
-            found += [Mutant(name, number, line, other) for other in broken(line)]
+        above = ""
+        for number, line in enumerate(file.read_text(encoding="utf-8").splitlines()):
+            found += [Mutant(name, number, line, other, above) for other in broken(line)]
+            if re.search(r"\w", line):
+                above = line
     return found
 
 
@@ -223,10 +235,19 @@ def run(command):
         raise RuntimeError(f"{command}\n{done.stdout[-4000:]}\n{done.stderr[-4000:]}")
 
 
-def excuses():
+def equivalent():
     path = pathlib.Path(__file__).with_name("equivalent.txt")
-    lines = path.read_text(encoding="utf-8").splitlines() if path.exists() else []
-    return {line for line in lines if line and not line.startswith("#")}
+    lines = path.read_text(encoding="utf-8").splitlines()
+    return [line for line in lines if line and not line.startswith("#")]
+
+
+def misleading(entries, possible):
+    """What is wrong with each entry that does not name exactly one of the possible breaks."""
+    places = collections.Counter(excuse for mutant in possible for excuse in mutant.excuses())
+    names = {0: "names no place", 1: "is there twice"}
+    return [f"{names.get(places[entry], f'names {places[entry]} places')}: {entry}"
+            for entry, count in collections.Counter(entries).items()
+            if count != 1 or places[entry] != 1]
 
 
 def main():
@@ -240,16 +261,20 @@ def main():
     parser.add_argument("paths", nargs="*", default=PATHS)
     given = parser.parse_intermixed_args()
 
-    drawn = mutants(given.source.resolve(), given.paths or PATHS)
+    source = given.source.resolve()
+    drawn = mutants(source, given.paths or PATHS)
     random.Random(given.seed).shuffle(drawn)
     print(f"{len(drawn)} places to break, seed {given.seed}", flush=True)
     if given.list:
         print("\n".join(map(str, drawn[:given.count])))
         return 0
 
+    excused = equivalent()
+    wrong = misleading(excused, mutants(source, PATHS))
+    for line in wrong:
+        print(f"equivalent.txt {line}", flush=True)
     given.work.mkdir(parents=True, exist_ok=True)
-    shop = Workshop(given.source.resolve(), given.work.resolve())
-    excused = excuses()
+    shop = Workshop(source, given.work.resolve())
     counts, survivors = collections.Counter(), []
     for mutant in drawn:
         if counts["noticed"] + counts["survived"] + counts["excused"] >= given.count:
@@ -257,7 +282,7 @@ def main():
         begin = time.monotonic()
         verdict = shop.verdict(mutant)
         kind = verdict if verdict in ("invalid", "same", "survived") else "noticed"
-        if kind == "survived" and mutant.excuse() in excused:
+        if kind == "survived" and not set(mutant.excuses()).isdisjoint(excused):
             kind = "excused"
         counts[kind] += 1
         if kind == "survived":
@@ -267,13 +292,13 @@ def main():
             print(f"{verdict} ({time.monotonic() - begin:.0f} s) {mutant.file}:{mutant.line + 1}",
                   flush=True)
     (given.work / "survivors.txt").write_text(
-        "".join(f"{mutant.excuse()}\n" for mutant in survivors), encoding="utf-8")
+        "".join(f"{mutant.excuses()[-1]}\n" for mutant in survivors), encoding="utf-8")
     tried = counts["noticed"] + counts["survived"]
     print(f"{counts['noticed']} of {tried} were noticed"
           f" ({100 * counts['noticed'] / max(tried, 1):.1f} %), {counts['survived']} were not;"
           f" {counts['excused']} cannot be, {counts['same']} change nothing,"
           f" {counts['invalid']} do not compile")
-    return 1 if survivors else 0
+    return 1 if survivors or wrong else 0
 
 
 if __name__ == "__main__":

@@ -1,6 +1,8 @@
 #!/usr/bin/env python3
 """Runs mutate.py on lines of code."""
 
+import pathlib
+import tempfile
 import unittest
 
 import mutate
@@ -35,9 +37,32 @@ class MutateTest(unittest.TestCase):
                 self.assertEqual(mutate.broken(line), [])
 
     def test_names_a_break_by_both_lines(self):
-        mutant = mutate.Mutant("src/a.cpp", 6, "    a();", "    ;")
-        self.assertEqual(mutant.excuse(), "src/a.cpp: a(); => ;")
+        mutant = mutate.Mutant("src/a.cpp", 6, "    a();", "    ;", "    if (b)")
+        self.assertEqual(mutant.excuses(),
+                         ("src/a.cpp: a(); => ;", "src/a.cpp: if (b) \\ a(); => ;"))
         self.assertEqual(str(mutant), "src/a.cpp:7\n    - a();\n    + ;")
+
+    def test_finds_breaks_with_the_line_above(self):
+        with tempfile.TemporaryDirectory() as folder:
+            source = pathlib.Path(folder)
+            (source / "src").mkdir()
+            (source / "src/a.cpp").write_text("bool f()\n{\n\n    return false;\n}\n",
+                                              encoding="utf-8")
+            self.assertEqual(mutate.mutants(source, ["src"]), [
+                mutate.Mutant("src/a.cpp", 3, "    return false;", "    return true;", "bool f()")])
+
+    def test_tells_which_excuses_excuse_nothing_or_too_much(self):
+        possible = [mutate.Mutant("src/a.cpp", line, "    a();", "    ;", above)
+                    for line, above in enumerate(["if (b)", "if (c)"])]
+        for entries, expected in [
+            (["src/a.cpp: if (b) \\ a(); => ;", "src/a.cpp: if (c) \\ a(); => ;"], []),
+            (["src/a.cpp: a(); => ;"], ["names 2 places: src/a.cpp: a(); => ;"]),
+            (["src/a.cpp: b(); => ;"], ["names no place: src/a.cpp: b(); => ;"]),
+            (["src/a.cpp: if (b) \\ a(); => ;"] * 2,
+             ["is there twice: src/a.cpp: if (b) \\ a(); => ;"]),
+        ]:
+            with self.subTest(entries):
+                self.assertEqual(mutate.misleading(entries, possible), expected)
 
 
 if __name__ == "__main__":
