@@ -15,7 +15,11 @@ get_filename_component(sysroot "${CMAKE_CURRENT_LIST_DIR}/../build/sysroot/${ZKF
 
 set(CMAKE_SYSTEM_NAME Linux)
 set(CMAKE_SYSTEM_PROCESSOR "${ZKFLNETWORK_MACHINE}")
-set(CMAKE_CXX_COMPILER "${triplet}-g++")
+# Another compiler can be named, such as clang++, which is told what it compiles for.
+if(NOT CMAKE_CXX_COMPILER)
+    set(CMAKE_CXX_COMPILER "${triplet}-g++")
+endif()
+set(CMAKE_CXX_COMPILER_TARGET "${triplet}")
 set(CMAKE_LIBRARY_ARCHITECTURE "${triplet}")
 
 set(CMAKE_FIND_ROOT_PATH "${sysroot}")

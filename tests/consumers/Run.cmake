@@ -43,10 +43,14 @@ if(TOOLCHAIN)
 endif()
 # Boost is not where the compiler looks, and the library's own needs are not on the command line.
 if(MACHINE)
-    list(APPEND compiler_choice "-DZKFLNETWORK_MACHINE=${MACHINE}")
+    list(APPEND compiler_choice "-DZKFLNETWORK_MACHINE=${MACHINE}"
+        "-DCMAKE_CXX_COMPILER=${COMPILER}")
     set(sysroot "${SOURCE}/build/sysroot/${MACHINE}")
     set(compiler_flags -isystem "${sysroot}/usr/include"
         "-Wl,-rpath-link,${sysroot}/usr/lib/${MACHINE}-linux-gnu")
+    if(compiler_name MATCHES "clang")
+        list(APPEND compiler_flags "--target=${MACHINE}-linux-gnu")
+    endif()
 elseif(SUFFIX STREQUAL ".exe")
     set(compiler_flags -isystem "${SOURCE}/build/windows-packages/prefix/include")
     # Windows knows no paths in programs.

@@ -2,13 +2,15 @@
 """Compiles all installed headers, and a use of them, with every warning that the compiler has:
 warnings.py PREFIX COMPILER...
 
-The headers are not the system's here. Where a compiler is not installed the test is skipped and says so;
-with ZKFLNETWORK_REQUIRE_COMPILERS in the environment it fails instead.
+A compiler may come with options, as a shell would take them apart. The headers are not the system's
+here. Where a compiler is not installed the test is skipped and says so; with
+ZKFLNETWORK_REQUIRE_COMPILERS in the environment it fails instead.
 """
 
 import os
 import pathlib
 import re
+import shlex
 import shutil
 import subprocess
 import sys
@@ -55,10 +57,10 @@ def output(*command):
 
 def every_warning(compiler):
     """The options that turn all warnings of a compiler on, but for those that are left out."""
-    if "clang" in output(compiler, "--version"):
+    if "clang" in output(*compiler, "--version"):
         return ["-Weverything", *(f"-Wno-{name}" for name in LEFT_OUT_BY_CLANG)]
-    listed = output(compiler, "-Q", "--help=c++") + output(
-        compiler, "-Q", "--help=common,warnings,^joined")
+    listed = output(*compiler, "-Q", "--help=c++") + output(
+        *compiler, "-Q", "--help=common,warnings,^joined")
     names = set(re.findall(r"^ +-W((?!no-)[\w+=-]+)\s", listed, re.MULTILINE))
     return [f"-W{name}" for name in sorted(names - set(LEFT_OUT_BY_GCC) - {"error"}) if name[-1] != "="]
 
@@ -67,24 +69,25 @@ def compile_all(compiler, include):
     """What a compiler says of the headers and of what comes into being when they are used."""
     warnings = every_warning(compiler)
     headers = [path for path in sorted(include.rglob("*.hpp"))
-               if not public_headers.missing_library([compiler, "-std=c++20"], path)]
+               if not public_headers.missing_library([*compiler, "-std=c++20"], path)]
     lines = [f"#include <{path.relative_to(include).as_posix()}>" for path in headers]
     with tempfile.TemporaryDirectory() as folder:
         unit = pathlib.Path(folder) / "unit.cpp"
         unit.write_text("\n".join([*lines, USES.read_text(encoding="utf-8")]), encoding="utf-8")
         # The optimiser sees more than the parser does.
         done = subprocess.run(
-            [compiler, "-std=c++20", "-O2", *warnings, "-Werror", f"-I{include}", "-c", str(unit),
+            [*compiler, "-std=c++20", "-O2", *warnings, "-Werror", f"-I{include}", "-c", str(unit),
              "-o", str(unit.with_suffix(".o"))], capture_output=True, text=True, check=False)
-    print(f"{compiler}: {len(headers)} headers, {len(warnings)} options, status {done.returncode}")
+    print(f"{compiler[0]}: {len(headers)} headers, {len(warnings)} options, status {done.returncode}")
     print(done.stderr, end="")
     return headers and done.returncode == 0
 
 
 def main(prefix, *compilers):
-    missing = [compiler for compiler in compilers if not shutil.which(compiler)]
-    good = [compile_all(compiler, pathlib.Path(prefix) / "include")
-            for compiler in compilers if compiler not in missing]
+    commands = [shlex.split(compiler) for compiler in compilers]
+    missing = [command[0] for command in commands if not shutil.which(command[0])]
+    good = [compile_all(command, pathlib.Path(prefix) / "include")
+            for command in commands if command[0] not in missing]
     if not all(good):
         return 1
     if missing:
