@@ -15,9 +15,11 @@ import tempfile
 import time
 import unittest
 
+import left_out
 import namespaces
 
 DUMP = sys.argv.pop(1)
+LEFT_OUT = left_out.reasons("adapter.kernel")
 
 # linux/if_tun.h, linux/if_arp.h
 TUNSETIFF = 0x400454CA
@@ -103,6 +105,8 @@ class KernelTest(unittest.TestCase):
     @staticmethod
     def driver(link):
         # The drivers of the links made here have the names of their kinds.
+        if "the drivers of links" in LEFT_OUT:
+            return ""
         return link.get("linkinfo", {}).get("info_kind", "")
 
     def links(self):
@@ -321,7 +325,8 @@ class KernelTest(unittest.TestCase):
         namespaces.enter_fresh_network()  # /sys still shows the first one
         ip("link", "add", "a0", "index", "77", "type", "bridge")
         adapters, _ = self.compare(describe=self.driver)
-        self.assertEqual(adapters["a0"]["description"], "bridge")
+        self.assertEqual(adapters["a0"]["description"],
+                         "" if "the drivers of links" in LEFT_OUT else "bridge")
 
     def test_indices_in_any_order(self):
         for name, index in [("x0", 4000), ("x1", 17), ("x2", 1000000000), ("x3", 300)]:

@@ -17,9 +17,11 @@ foreach(example IN LISTS examples)
     endif()
 endforeach()
 if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
+    zkflnetwork_runnable(lookup example_lookup)
+    zkflnetwork_runnable(machine example_machine)
     add_test(NAME structure.which-call-network
         COMMAND ${python} "${CMAKE_CURRENT_SOURCE_DIR}/which_call_network.py" "${page}"
-                $<TARGET_FILE:example_lookup> $<TARGET_FILE:example_machine>)
+                ${lookup} ${machine})
     set_tests_properties(structure.which-call-network PROPERTIES
         ENVIRONMENT "PYTHONPATH=${CMAKE_CURRENT_SOURCE_DIR}/../platform/linux"
         LABELS namespace SKIP_RETURN_CODE 77 TIMEOUT 120)
