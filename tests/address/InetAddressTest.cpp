@@ -8,7 +8,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <string>
@@ -264,6 +263,10 @@ namespace {
         {" 1.2.3.4", "a blank in front"},
         {"1.2.3.4/24", "a prefix"},
         {"1.2.3.4:80", "a port"},
+        {"1.2.3.4:", "a port without a number"},
+        {"1.2.3.4:65536", "a port too large"},
+        {"127.1:80", "two parts and a port"},
+        {"01.2.3.4:80", "octal, and a port"},
         {"1.2.3.a", "a letter"},
         {"\xD9\xA1.2.3.4", "an Arabic-Indic digit"},
         {"localhost", "a name"},
@@ -278,6 +281,7 @@ namespace {
         {"1:", "a colon behind"},
         {":1", "a colon in front"},
         {"[::1]", "brackets"},
+        {"[::1]:80", "a port"},
         {"::1/128", "a prefix"},
         {"::1 ", "a blank behind"},
         {"::127.1", "two decimal parts"},
@@ -300,12 +304,8 @@ namespace {
                 EXPECT_EQ(InetAddress(row.text).toString(), taken->second);
                 continue;
             }
-            const auto failure = failureOf([&] { InetAddress address(row.text); });
-            ASSERT_TRUE(failure.has_value());
-            const auto refusals = refusalsOf(row.text);
-            EXPECT_EQ(std::count(refusals.begin(), refusals.end(), failure->text), 1)
-                << failure->text;
-            EXPECT_EQ(failure, badAddress(failure->text));
+            EXPECT_EQ(failureOf([&] { InetAddress address(row.text); }),
+                      badAddress(refusalOf(row.text)));
         }
     }
 

@@ -42,8 +42,11 @@ bool isTypeInformationShared();
 /// the address.
 std::map<std::string, std::string> ownAddressTexts();
 
-/// The failures with which the parser of addresses may refuse a text. Each is that of the parser
-/// itself or that of the second, strict check.
-std::vector<std::string> refusalsOf(std::string_view text);
+/// The failure with which a text is refused that is no address: that of the parser of addresses or,
+/// if this system's parser takes the text for IPv4, that of the second, strict check.
+std::string refusalOf(std::string_view text);
+
+/// Whether the strict check of IPv4 reads what stands behind the four parts, and refuses it.
+bool isRestChecked();
 
 } // namespace foundation::network::tests

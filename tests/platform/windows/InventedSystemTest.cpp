@@ -3,6 +3,7 @@
 
 #include "platform/AdapterTable.hpp"
 #include "platform/HostName.hpp"
+#include "platform/StrictIPv4.hpp"
 
 #include <gtest/gtest.h>
 
@@ -82,6 +83,16 @@ BOOL WINAPI computerNameEx(COMPUTER_NAME_FORMAT format, wchar_t* buffer, DWORD* 
     return TRUE;
 }
 
+LONG addressAnswer = 0;
+std::vector<std::pair<std::string, bool>> addressQuestions;
+
+LONG WINAPI ipv4StringToAddress(const char* text, BOOLEAN strict, const char** end, in_addr*)
+{
+    addressQuestions.emplace_back(text, strict != FALSE);
+    *end = text; // nothing of it was read
+    return addressAnswer;
+}
+
 } // namespace
 
 extern "C" {
@@ -96,6 +107,10 @@ ULONG WINAPI GetAdaptersAddresses(ULONG family, ULONG flags, void* reserved,
 extern const decltype(&computerNameEx) __imp_GetComputerNameExW;
 
 const decltype(&computerNameEx) __imp_GetComputerNameExW = computerNameEx;
+
+extern const decltype(&ipv4StringToAddress) __imp_RtlIpv4StringToAddressA;
+
+const decltype(&ipv4StringToAddress) __imp_RtlIpv4StringToAddressA = ipv4StringToAddress;
 }
 
 namespace foundation::network::platform {
@@ -315,6 +330,20 @@ namespace {
         EXPECT_EQ(records[0].index, 2U);
         EXPECT_EQ(records[1].index, 5U);
         EXPECT_EQ(records[2].index, 9U);
+    }
+
+    // Whatever else the system answers, and wherever it stops, the parser's word stands.
+    TEST(StrictIPv4, isRefusedForOneAnswerOnly)
+    {
+        for (const auto status :
+             std::initializer_list<DWORD>{0, 1, 0x7FFFFFFF, 0x80000005, 0xC0000001, 0xC000000C,
+                                          0xC000000D, 0xC000000E, 0xC000A000, 0xFFFFFFFF}) {
+            addressQuestions.clear();
+            addressAnswer = static_cast<LONG>(status);
+            EXPECT_EQ(isStrictIPv4("some text"), status != 0xC000000D) << std::hex << status;
+            EXPECT_EQ(addressQuestions,
+                      (std::vector<std::pair<std::string, bool>>{{"some text", true}}));
+        }
     }
 
     class HostName : public testing::Test {
