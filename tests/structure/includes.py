@@ -9,6 +9,9 @@ go stale.
 
 Whatever the page allows, the blocks of BLOCKS do not see each other: no file of one reaches a file of
 another through the includes of the tree, over however many files.
+
+And what is built is the same on every system: it is CMake that picks the folders of a system, and only
+the macros of API.hpp ask for one.
 """
 
 import argparse
@@ -19,6 +22,9 @@ import sys
 SOURCES = {".hpp", ".cpp", ".ipp", ".h"}
 ROOTS = ["include", "src", "tools", "tests", "examples", "benchmarks", "fuzz"]
 INCLUDE = re.compile(r'^\s*#\s*include\s*(?:"([^"]+)"|<([^>]+)>)', re.MULTILINE)
+
+CONDITION = re.compile(r"^[ \t]*#[ \t]*(?:el)?if.*$", re.MULTILINE)
+BUILT = ["include", "src", "tools"]
 
 # IRIs; addresses, adapters and domain names.
 BLOCKS = [
@@ -189,6 +195,18 @@ def blocks_seen(root, blocks):
                 break
 
 
+def conditions(root):
+    """Each #if in what is built, but for the macros and the folders of a system."""
+    for top in BUILT:
+        for file in sorted((root / top).rglob("*")):
+            if file.suffix not in SOURCES or file.name == "API.hpp":
+                continue
+            name = file.relative_to(root).as_posix()
+            if not re.search("/platform/[^/]+/", name):
+                for match in CONDITION.finditer(file.read_text(encoding="utf-8")):
+                    yield f"{name}: differs from one system to another: {match[0].strip()}"
+
+
 def doors_passed(page, includer, name):
     """Headers of dependencies that are included elsewhere than at their door."""
     doors = [door for door in page.doors if name == door or name.startswith(door)]
@@ -203,7 +221,7 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("root", type=pathlib.Path, help="the folder of the source tree")
     root = parser.parse_args().root
-    found = [*check(root), *blocks_seen(root, BLOCKS)]
+    found = [*check(root), *blocks_seen(root, BLOCKS), *conditions(root)]
     for line in found:
         print(line)
     return 1 if found else 0

@@ -171,6 +171,29 @@ class IncludesTest(unittest.TestCase):
                 ["src/gone: no source here, though it belongs to a block"],
             )
 
+    def test_finds_a_condition_away_from_the_platforms(self):
+        with tempfile.TemporaryDirectory() as folder:
+            root = pathlib.Path(folder)
+            for name, text in {
+                "include/API.hpp": "#if defined(_WIN32)\n#endif\n",
+                "include/iri.hpp": "#pragma once\n// #if\n",
+                "src/platform/windows/names.cpp": "#ifdef _MSC_VER\n#endif\n",
+                "src/platform/names.hpp": "#  ifndef NAMES\n#endif\n",
+                "src/iri/iri.cpp": "#if 0\n#elif defined(__linux__)\n#else\n#endif\n",
+                "tests/iri.cpp": "#if defined(_WIN32)\n#endif\n",
+            }.items():
+                (root / name).parent.mkdir(parents=True, exist_ok=True)
+                (root / name).write_text(text, encoding="utf-8")
+            self.assertEqual(
+                list(includes.conditions(root)),
+                [
+                    "src/iri/iri.cpp: differs from one system to another: #if 0",
+                    "src/iri/iri.cpp: differs from one system to another: "
+                    "#elif defined(__linux__)",
+                    "src/platform/names.hpp: differs from one system to another: #  ifndef NAMES",
+                ],
+            )
+
 
 if __name__ == "__main__":
     unittest.main()
