@@ -1,18 +1,10 @@
 #pragma once
 
+#include <CatcherApi.hpp> // which CMake makes: each system marks these functions in its own way
+
 #include <string>
 #include <typeinfo>
 #include <vector>
-
-#if defined(_WIN32)
-#    if defined(CATCHER_EXPORTS)
-#        define CATCHER_API __declspec(dllexport)
-#    else
-#        define CATCHER_API __declspec(dllimport)
-#    endif
-#else
-#    define CATCHER_API __attribute__((visibility("default")))
-#endif
 
 /// A shared library that hides everything but these functions and catches what others throw.
 namespace catcher {
