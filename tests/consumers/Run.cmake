@@ -54,7 +54,7 @@ if(MACHINE)
 elseif(SUFFIX STREQUAL ".exe")
     set(compiler_flags -isystem "${SOURCE}/build/windows-packages/prefix/include")
     # Windows knows no paths in programs.
-    set(ENV{WINEPATH} "Z:${prefix}/bin;Z:${BUILD}/bin")
+    set(ENV{WINEPATH} "Z:${prefix}/bin")
 endif()
 
 function(run)
