@@ -92,6 +92,9 @@ COLOURS = {31: "#f0717b", 32: "#9ccf7a", 33: "#e8c36a", 34: "#6fb3f2", 35: "#cf8
            36: "#5fc9c9", 91: "#ff8f98", 92: "#b5e597", 93: "#f7d88b", 94: "#8fc7ff",
            95: "#e0aaf0", 96: "#84e3e3"}
 ESCAPE = re.compile(r"\x1b\[([0-9;]*)m")
+# What is drawn at once. Not every browser keeps spaces at the ends, or more than one in between,
+# whatever it is told of them; and to fill the width it would then stretch the letters.
+PIECE = re.compile(r"\S+(?: \S+)*")
 
 
 def style_after(style, codes):
@@ -126,7 +129,7 @@ def cells(line):
 
 
 def rows(lines):
-    """What stands in each row: column, width, style and text of runs. Long lines go on in the next
+    """What stands in each row: column, style, width and text of runs. Long lines go on in the next
     row, as on a terminal. Wide characters stand apart, as few fonts have them exactly twice as wide
     as the others."""
     for line in lines:
@@ -138,11 +141,10 @@ def rows(lines):
                 if column + size > COLUMNS:
                     yield row
                     row, column = [], 0
-                if row and not wide and row[-1][2:4] == [style, wide]:
-                    row[-1][1] += size
-                    row[-1][4] += character
+                if row and not wide and row[-1][1:3] == [style, size]:
+                    row[-1][3] += character
                 else:
-                    row.append([column, size, style, wide, character])
+                    row.append([column, style, size, character])
                 column += size
         yield row
 
@@ -151,13 +153,14 @@ def picture(lines):
     body, count = [], 0
     for count, row in enumerate(rows(lines), 1):
         y = MARGIN + (count - 1) * CELL_HEIGHT + FONT_SIZE
-        for column, size, style, _, text in row:
-            if not text.strip():
-                continue
-            x = MARGIN + column * CELL_WIDTH
+        for column, style, size, text in row:
             attributes = "".join(f' {name}="{value}"' for name, value in style)
-            body.append(f'<text x="{x:g}" y="{y:g}" textLength="{size * CELL_WIDTH:g}"'
-                        f' lengthAdjust="spacingAndGlyphs"{attributes}>{escape(text)}</text>')
+            for piece in PIECE.finditer(text):
+                x = MARGIN + (column + piece.start() * size) * CELL_WIDTH
+                length = len(piece[0]) * size * CELL_WIDTH
+                body.append(f'<text x="{x:g}" y="{y:g}" textLength="{length:g}"'
+                            f' lengthAdjust="spacingAndGlyphs"{attributes}>'
+                            f'{escape(piece[0])}</text>')
     height = count * CELL_HEIGHT + 2 * MARGIN
     width = COLUMNS * CELL_WIDTH + 2 * MARGIN
     return "\n".join([
@@ -166,7 +169,7 @@ def picture(lines):
         "<title>iri parse, iri check and iri adapters in a terminal</title>",
         f'<rect width="100%" height="100%" rx="8" fill="{BACKGROUND}"/>',
         f'<g font-family="DejaVu Sans Mono, Menlo, Consolas, monospace" font-size="{FONT_SIZE}"'
-        f' fill="{FOREGROUND}" style="white-space: pre" xml:space="preserve">',
+        f' fill="{FOREGROUND}">',
         *body, "</g>", "</svg>", ""])
 
 

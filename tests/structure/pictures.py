@@ -76,6 +76,14 @@ class PicturesTest(unittest.TestCase):
                     self.assertLessEqual(sides[0] + sides[2], width)
                     self.assertLessEqual(sides[1] + sides[3], height)
 
+    def test_no_text_hangs_on_spaces(self):
+        # Browsers differ in what they make of spaces at the ends, and of more than one in between.
+        for path in sorted((ROOT / "docs").rglob("*.svg")):
+            words = [each.text for each in xml.etree.ElementTree.parse(path).getroot().iter()
+                     if each.tag.endswith(("}text", "}tspan")) and each.text]
+            self.assertTrue(words, path)
+            self.assertEqual([each for each in words if each != " ".join(each.split())], [], path)
+
     def test_each_is_shown_on_a_page(self):
         pages = "".join(path.read_text(encoding="utf-8") for path in (ROOT / "docs").glob("*.md"))
         for name in make.pictures():
