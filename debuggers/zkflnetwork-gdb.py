@@ -5,8 +5,10 @@ gdb loads it by itself where it trusts the place in which it was installed; othe
     (gdb) source .../share/gdb/auto-load/...-gdb.py
 
 What addresses and adapters hold is known to the library alone: they want its debug information. So
-do IRIs, unless the program was compiled with -femit-class-debug-always: of a class with virtual
-functions g++ describes the members only where those functions are.
+do IRIs, unless the program was compiled with -femit-class-debug-always, or by clang with
+-fstandalone-debug: of a class with virtual functions compilers describe the members only where those
+functions are. Without that gdb does not know the size of an IRI, and its own printer of a std::vector
+goes wrong, with a warning.
 """
 
 import ipaddress

@@ -1,10 +1,12 @@
 #!/usr/bin/env python3
-"""Holds what gdb shows of values against what they are: gdb_printers.py PROGRAM SCRIPT LIBRARY
+"""Holds what gdb shows of values against what they are: gdb_printers.py PROGRAM ALONE SCRIPT LIBRARY
 
-Where gdb may not run programs, or the library was compiled without debug information, the test is
-skipped and says so; with ZKFLNETWORK_REQUIRE_GDB in the environment it fails instead.
+ALONE is the program with all of IRIs in its own debug information. Where gdb may not run programs, or
+the library was compiled without debug information, the test is skipped and says so; with
+ZKFLNETWORK_REQUIRE_GDB in the environment it fails instead.
 """
 
+import contextlib
 import os
 import pathlib
 import re
@@ -15,7 +17,7 @@ import tempfile
 import unittest
 
 SKIPPED = 77
-PROGRAM, SCRIPT, LIBRARY = sys.argv[1:]
+PROGRAM, ALONE, SCRIPT, LIBRARY = sys.argv[1:]
 SHOWN = {
     "empty": '""',
     "parsed": '"https://u@é.example:080/a%20b?q#" = {scheme = "https", user information = "u", '
@@ -39,7 +41,7 @@ SHOWN = {
 }
 
 
-def gdb(*commands, before=(), locale="C.UTF-8"):
+def gdb(*commands, before=(), locale="C.UTF-8", program=PROGRAM):
     """What gdb writes."""
     words = ["gdb", "-q", "-nx", "-batch", "-iex", "set debuginfod enabled off"]
     for command in before:
@@ -47,7 +49,7 @@ def gdb(*commands, before=(), locale="C.UTF-8"):
     for command in commands:
         words += ["-ex", command]
     # In a session of its own, without a terminal, which gdb would hand to its program.
-    done = subprocess.run([*words, PROGRAM], stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+    done = subprocess.run([*words, program], stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
                           stderr=subprocess.STDOUT, check=False, timeout=100,
                           start_new_session=True, env={**os.environ, "LC_ALL": locale})
     return done.stdout.decode("utf-8", "replace")
@@ -56,6 +58,15 @@ def gdb(*commands, before=(), locale="C.UTF-8"):
 def locals_of(output):
     """The lines "name = value"."""
     return dict(line.split(" = ", 1) for line in output.split("\n") if " = " in line)
+
+
+@contextlib.contextmanager
+def stripped_library():
+    """A folder with the library as a release has it."""
+    with tempfile.TemporaryDirectory() as folder:
+        subprocess.run(["strip", "--strip-debug", "-o", f"{folder}/libzkflnetwork.so.0",
+                        os.path.realpath(LIBRARY)], check=True)
+        yield folder
 
 
 class PrintersTest(unittest.TestCase):
@@ -90,9 +101,7 @@ class PrintersTest(unittest.TestCase):
         self.assertEqual(locals_of(output).get("parsed"), SHOWN["parsed"])
 
     def test_without_debug_information_of_the_library_it_says_so(self):
-        with tempfile.TemporaryDirectory() as folder:
-            subprocess.run(["strip", "--strip-debug", "-o", f"{folder}/libzkflnetwork.so.0",
-                            os.path.realpath(LIBRARY)], check=True)
+        with stripped_library() as folder:
             # "info locals" has words of its own for IRIs.
             names = ["parsed", "args", "four", "prefixed", "adapter", "hardware"]
             output = gdb(f"source {SCRIPT}", f"set environment LD_LIBRARY_PATH {folder}",
@@ -104,6 +113,16 @@ class PrintersTest(unittest.TestCase):
             self.assertEqual(shown.get(name), missing, output)
         # clang describes what a std::vector holds only where its functions are, here in the library.
         self.assertIn(shown.get("hardware"), [SHOWN["hardware"], missing], output)
+
+    def test_a_program_that_describes_iris_itself_needs_no_library_for_them(self):
+        with stripped_library() as folder:
+            output = gdb(f"source {SCRIPT}", f"set environment LD_LIBRARY_PATH {folder}",
+                         "break show", "run", "print several", "up", "info locals", program=ALONE)
+        shown = locals_of(output)
+        for name in ["empty", "parsed", "relative", "args", "nothing", "built", "literal", "moved"]:
+            self.assertEqual(shown.get(name), SHOWN[name], name)
+        self.assertIn("std::vector of length 2, capacity 2 = "
+                      f"{{{SHOWN['relative']}, {SHOWN['moved']}}}", shown["$1"])
 
 
 def why_not():
