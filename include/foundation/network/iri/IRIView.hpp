@@ -138,7 +138,10 @@ private:
 
     std::string_view between(std::size_t begin, std::size_t end) const noexcept
     {
-        return {text_.data() + begin, end - begin};
+        std::string_view part = text_;
+        part.remove_suffix(part.size() - end);
+        part.remove_prefix(begin);
+        return part;
     }
 
     std::optional<std::string_view> present(bool isPresent, std::size_t begin,
