@@ -5,6 +5,7 @@
 #include "platform/StrictIPv4.hpp"
 
 #include <boost/asio/ip/address.hpp>
+#include <boost/system/error_code.hpp>
 #include <boost/system/system_error.hpp>
 
 #include <algorithm>
@@ -47,6 +48,13 @@ namespace {
 
     ip::address makeAddress(const std::string& text)
     {
+        // The parser tries IPv6 first, which every text would pay for that can be none.
+        if (text.find(':') == text.npos) {
+            boost::system::error_code failure;
+            const ip::address_v4 address = ip::make_address_v4(text.c_str(), failure);
+            if (!failure)
+                return address;
+        }
         try {
             return ip::make_address(text.c_str());
         } catch (const boost::system::system_error& failure) {
