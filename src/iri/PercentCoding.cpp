@@ -165,20 +165,34 @@ namespace {
         return (high | low) < 0x10 ? high * 0x10 + low : NONE;
     }
 
-    char* putEscape(char* out, unsigned char byte) noexcept
-    {
-        out[0] = '%';
-        out[1] = text::hexDigit(byte >> 4);
-        out[2] = text::hexDigit(byte & 0xFU);
-        return out + 3;
-    }
-
     void appendEscaped(std::string& result, char ascii)
     {
-        char escape[3];
-        putEscape(escape, static_cast<unsigned char>(ascii));
-        result.append(escape, sizeof escape);
+        const auto byte = static_cast<unsigned char>(ascii);
+        result.append({'%', text::hexDigit(byte >> 4), text::hexDigit(byte & 0xFU)});
     }
+
+    constexpr bool isShownInAscii(char c) noexcept
+    {
+        return c > 0x20 && c < 0x7F; // what is not ASCII is negative, or greater
+    }
+
+    // A byte as ASCII shows it: itself, or an escape.
+    struct WrittenByte {
+        char text[3];
+        std::uint8_t length;
+    };
+
+    constexpr std::array<WrittenByte, 0x100> WRITTEN_BYTES = [] {
+        std::array<WrittenByte, 0x100> all{};
+        for (unsigned byte = 0; byte < all.size(); ++byte) {
+            const char c = static_cast<char>(byte);
+            if (isShownInAscii(c))
+                all[byte] = {{c, '\0', '\0'}, 1};
+            else
+                all[byte] = {{'%', text::hexDigit(byte >> 4), text::hexDigit(byte & 0xFU)}, 3};
+        }
+        return all;
+    }();
 
     template <class Unit>
     std::basic_string<Unit> withFixedEscapes(std::basic_string_view<Unit> text, bool escapeBrackets)
@@ -254,18 +268,17 @@ std::u32string encodeNonAscii(std::u32string_view text)
 
 std::string encodeNonAscii(std::string_view lax)
 {
-    const auto isShown = [](char c) { return c > 0x20 && c < 0x7F; }; // negative above ASCII
     std::size_t size = 0;
     for (const char c : lax)
-        size += isShown(c) ? 1U : 3U;
-    std::string result(size, '\0');
+        size += isShownInAscii(c) ? 1U : 3U;
+    std::string result(size + sizeof(WrittenByte::text), '\0');
     char* out = result.data();
-    for (const char c : lax) {
-        if (isShown(c))
-            *out++ = c;
-        else
-            out = putEscape(out, static_cast<unsigned char>(c));
+    for (const char c : lax) { // without a branch, since scripts and their delimiters alternate
+        const WrittenByte& written = WRITTEN_BYTES[static_cast<unsigned char>(c)];
+        std::memcpy(out, written.text, sizeof written.text);
+        out += written.length;
     }
+    result.resize(size);
     return result;
 }
 

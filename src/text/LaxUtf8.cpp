@@ -63,6 +63,8 @@ std::u32string fromLaxUtf8(std::string_view lax)
 
 bool exceedsUnicode(std::string_view lax) noexcept
 {
+    if (isAllAscii(lax))
+        return false;
     // U+10FFFF is F4 8F BF BF.
     for (std::size_t i = 0; i < lax.size(); ++i) {
         const unsigned char byte = byteAt(lax.data() + i);
