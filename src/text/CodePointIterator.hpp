@@ -1,11 +1,11 @@
 #pragma once
 
+#include "text/ElementIterator.hpp"
 #include "text/Utf8Decoding.hpp"
 
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <iterator>
 #include <string_view>
 
 /// UTF-8 and UTF-16 read as code points where they lie, without a copy.
@@ -99,84 +99,39 @@ inline bool isAllAscii(std::string_view text) noexcept
     return (seen & 0x8080808080808080U) == 0;
 }
 
-/// A forward iterator over the code points of a text that does not end inside of a sequence.
-///
-/// It decodes wherever it is read and keeps nothing but its place. It is not moved past a defect.
+/// How well-formed UTF-8 and UTF-16 are read.
+struct CodePointReading {
+    template <class Unit>
+    static constexpr char32_t elementAt(const Unit* at) noexcept
+    {
+        return codePointAt(at);
+    }
+
+    template <class Unit>
+    static constexpr std::size_t lengthAt(const Unit* at) noexcept
+    {
+        return sequenceLength(at);
+    }
+};
+
+/// How ASCII is read.
+struct AsciiReading {
+    // The mask takes nothing away; it tells the compiler what there is.
+    static constexpr char32_t elementAt(const char* at) noexcept { return byteAt(at) & 0x7FU; }
+
+    static constexpr std::size_t lengthAt(const char*) noexcept { return 1; }
+};
+
+/// Over the code points of a text that does not end inside of a sequence. It is not moved past a
+/// defect.
 ///
 /// @tparam Unit  `char` for UTF-8, `char16_t` for UTF-16
 template <class Unit>
-class CodePointIterator {
-public:
-    using iterator_category = std::forward_iterator_tag;
-    using value_type = char32_t;
-    using difference_type = std::ptrdiff_t;
-    using pointer = const char32_t*;
-    using reference = char32_t;
-
-    constexpr CodePointIterator() noexcept = default;
-    explicit constexpr CodePointIterator(const Unit* at) noexcept
-        : at_(at)
-    {
-    }
-
-    /// The unit that begins the code point.
-    constexpr const Unit* base() const noexcept { return at_; }
-
-    constexpr char32_t operator*() const noexcept { return codePointAt(at_); }
-
-    constexpr CodePointIterator& operator++() noexcept
-    {
-        at_ += sequenceLength(at_);
-        return *this;
-    }
-
-    constexpr CodePointIterator operator++(int) noexcept
-    {
-        const CodePointIterator before = *this;
-        ++*this;
-        return before;
-    }
-
-    friend constexpr bool operator==(CodePointIterator, CodePointIterator) noexcept = default;
-
-private:
-    const Unit* at_ = nullptr;
-};
+using CodePointIterator = ElementIterator<Unit, CodePointReading>;
 
 /// The same over a text that is all ASCII, which is most of them, where a program can be spared
 /// every look at anything else.
-class AsciiIterator {
-public:
-    using iterator_category = std::forward_iterator_tag;
-    using value_type = char32_t;
-    using difference_type = std::ptrdiff_t;
-    using pointer = const char32_t*;
-    using reference = char32_t;
-
-    constexpr AsciiIterator() noexcept = default;
-    explicit constexpr AsciiIterator(const char* at) noexcept
-        : at_(at)
-    {
-    }
-
-    constexpr const char* base() const noexcept { return at_; }
-
-    // The mask takes nothing away; it tells the compiler what there is.
-    constexpr char32_t operator*() const noexcept { return byteAt(at_) & 0x7FU; }
-
-    constexpr AsciiIterator& operator++() noexcept
-    {
-        ++at_;
-        return *this;
-    }
-
-    constexpr AsciiIterator operator++(int) noexcept { return AsciiIterator(at_++); }
-
-    friend constexpr bool operator==(AsciiIterator, AsciiIterator) noexcept = default;
-
-private:
-    const char* at_ = nullptr;
-};
+using AsciiIterator = ElementIterator<char, AsciiReading>;
 
 using Utf8Iterator = CodePointIterator<char>;
 using Utf16Iterator = CodePointIterator<char16_t>;

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "text/ElementIterator.hpp"
 #include "text/Utf8Decoding.hpp"
 
 #include <bit>
 #include <cstddef>
-#include <iterator>
 #include <string>
 #include <string_view>
 
@@ -16,57 +16,29 @@
 /// their bytes are, and their order is that of their bytes.
 namespace foundation::network::text {
 
-/// The elements of a text in lax UTF-8, where they lie.
-class LaxUtf8Iterator {
-public:
-    using iterator_category = std::forward_iterator_tag;
-    using value_type = char32_t;
-    using difference_type = std::ptrdiff_t;
-    using pointer = const char32_t*;
-    using reference = char32_t;
-
-    constexpr LaxUtf8Iterator() noexcept = default;
-    explicit constexpr LaxUtf8Iterator(const char* at) noexcept
-        : at_(at)
+/// How lax UTF-8 is read.
+struct LaxReading {
+    static constexpr char32_t elementAt(const char* at) noexcept
     {
-    }
-
-    constexpr char32_t operator*() const noexcept
-    {
-        const unsigned char lead = byteAt(at_);
+        const unsigned char lead = byteAt(at);
         if (lead < 0x80)
             return lead;
-        const std::size_t length = lengthOf(lead);
+        const std::size_t length = lengthAt(at);
         char32_t element = length < 7 ? lead & (0x7FU >> length) : 0U;
         for (std::size_t i = 1; i < length; ++i)
-            element = (element << 6) | (byteAt(at_ + i) & 0x3FU);
+            element = (element << 6) | (byteAt(at + i) & 0x3FU);
         return element;
     }
 
-    constexpr LaxUtf8Iterator& operator++() noexcept
+    static constexpr std::size_t lengthAt(const char* at) noexcept
     {
-        const unsigned char lead = byteAt(at_);
-        at_ += lead < 0x80 ? 1 : lengthOf(lead);
-        return *this;
+        const unsigned char lead = byteAt(at);
+        return lead < 0x80 ? 1 : static_cast<std::size_t>(std::countl_one(lead));
     }
-
-    constexpr LaxUtf8Iterator operator++(int) noexcept
-    {
-        const LaxUtf8Iterator before = *this;
-        ++*this;
-        return before;
-    }
-
-    friend constexpr bool operator==(LaxUtf8Iterator, LaxUtf8Iterator) noexcept = default;
-
-private:
-    static constexpr std::size_t lengthOf(unsigned char lead) noexcept
-    {
-        return static_cast<std::size_t>(std::countl_one(lead));
-    }
-
-    const char* at_ = nullptr;
 };
+
+/// Over the elements of a text in lax UTF-8.
+using LaxUtf8Iterator = ElementIterator<char, LaxReading>;
 
 /// A text in lax UTF-8 as a range of its elements.
 class LaxUtf8View {
