@@ -34,8 +34,11 @@ def is_listed(name):
     """Whether every compiler has to emit it.
 
     What comes out of the headers of the standard library is written or left out as the compiler
-    likes, and so are templates of functions. Their names alone begin with the type of the result.
+    likes, and so are functions of Boost, but not what makes its exceptions known, and templates of
+    functions. The names of the latter alone begin with the type of the result.
     """
+    if name.startswith("boost::"):
+        return False
     name = name[BESIDE.match(name).end():]
     while "<" in (flat := re.sub(r"(?<!operator)<[^<>]*>", "", name)) and flat != name:
         name = flat
