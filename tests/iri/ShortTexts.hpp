@@ -7,14 +7,20 @@
 
 namespace foundation::network::tests {
 
-/// Calls @p check with every text of up to @p longest pieces, the empty one first. With a
-/// ZKFLNETWORK_TEST_FACTOR below 1 in the environment, for slow builds, of one piece less.
-template <class Text, class Check>
-void forEachShortText(const std::vector<Text>& pieces, std::size_t longest, Check check)
+/// Whether there is a ZKFLNETWORK_TEST_FACTOR below 1 in the environment, for slow builds.
+inline bool hasLittleTime()
 {
     const char* const factor =
         std::getenv("ZKFLNETWORK_TEST_FACTOR"); // NOLINT(concurrency-mt-unsafe)
-    if (factor != nullptr && std::strtod(factor, nullptr) < 1)
+    return factor != nullptr && std::strtod(factor, nullptr) < 1;
+}
+
+/// Calls @p check with every text of up to @p longest pieces, the empty one first; of one piece less,
+/// if there is little time.
+template <class Text, class Check>
+void forEachShortText(const std::vector<Text>& pieces, std::size_t longest, Check check)
+{
+    if (hasLittleTime())
         --longest;
     std::vector<std::size_t> digits; // the text as a number: which piece stands where
     for (;;) {
