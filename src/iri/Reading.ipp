@@ -240,6 +240,11 @@ auto TemplateIRI<String>::readComponent(Component component, const Encoding& enc
 template <class String>
 std::string TemplateIRI<String>::componentUtf8(Component component, const Encoding& encoding) const
 {
+    // What is asked for most is what the text has.
+    if (hasText(component)
+        && ((flags_.readsTheSame && !isStrict(encoding))
+            || (encoding == Encoding::Iri && !flags_.plain.contains(component))))
+        return std::string(storedText(component));
     return core::except::asInternalRuntimeError([&] {
         // Escapes are made and undone for about what a copy costs, so nothing is kept for them.
         if (hasText(component) && !flags_.plain.contains(component)) {
