@@ -35,7 +35,10 @@ bool TemplateIRI<String>::tryRead(std::string_view utf8)
 {
     if (!takeApart(utf8))
         return false;
-    text_ = text::isAllAscii(utf8) ? std::string(utf8) : text::withUsualLeads(utf8);
+    if (flags_.readsTheSame) // ASCII, as it mostly is
+        text_ = utf8;
+    else
+        text_ = text::withUsualLeads(utf8);
     return true;
 }
 

@@ -294,6 +294,8 @@ std::optional<std::u32string> decodeEscapes(std::u32string_view text, std::u32st
 
 std::optional<std::string> decodeToUtf8(std::string_view utf8)
 {
+    if (utf8.empty()) // there may be nothing that it points to
+        return std::string();
     const char* at = utf8.data();
     const char* const end = at + utf8.size();
     std::string result(utf8.size(), '\0');

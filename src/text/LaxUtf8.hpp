@@ -23,18 +23,27 @@ struct LaxReading {
         const unsigned char lead = byteAt(at);
         if (lead < 0x80)
             return lead;
+        if (lead < 0xE0)
+            return ((lead & 0x1FU) << 6) | payloadAt(at + 1);
+        if (lead < 0xF0)
+            return ((lead & 0x0FU) << 12) | (payloadAt(at + 1) << 6) | payloadAt(at + 2);
         const std::size_t length = lengthAt(at);
         char32_t element = length < 7 ? lead & (0x7FU >> length) : 0U;
         for (std::size_t i = 1; i < length; ++i)
-            element = (element << 6) | (byteAt(at + i) & 0x3FU);
+            element = (element << 6) | payloadAt(at + i);
         return element;
     }
 
     static constexpr std::size_t lengthAt(const char* at) noexcept
     {
         const unsigned char lead = byteAt(at);
-        return lead < 0x80 ? 1 : static_cast<std::size_t>(std::countl_one(lead));
+        if (lead < 0xF0)
+            return 1U + unsigned{lead >= 0x80} + unsigned{lead >= 0xE0};
+        return static_cast<std::size_t>(std::countl_one(lead));
     }
+
+private:
+    static constexpr char32_t payloadAt(const char* at) noexcept { return byteAt(at) & 0x3FU; }
 };
 
 /// Over the elements of a text in lax UTF-8.

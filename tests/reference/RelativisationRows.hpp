@@ -51,6 +51,8 @@ inline constexpr Row relativisationRows[] = {
     {"a/b", "a/b?q", "./b"},
     {"mailto:a", "mailto:a?q", "./a"},
 
+    {"http://h/a/../b%41", "http://h/b%41", ""}, // without their dot segments
+
     // The same query
     {"http://h/a?q", "http://h/b?q", "a?q"},
     {"http://h/a?q#f", "http://h/b?q", "a?q#f"},
