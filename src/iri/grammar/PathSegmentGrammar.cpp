@@ -48,7 +48,7 @@ namespace {
     bool doubleSlashSegment(Cursor<It>& at)
     {
         const It start = at.position();
-        if (takeSlash(at) && takeSlash(at) && segmentBody(at))
+        if (takeSlash(at) && slashSegment(at))
             return true;
         at.reset(start);
         return false;
