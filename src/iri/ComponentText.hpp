@@ -8,8 +8,8 @@
 
 namespace foundation::network::iri::detail {
 
-/// A component in some form: either as the text of the value has it, in lax UTF-8, or as it was made,
-/// in UTF-32. A view, which lives as long as the value.
+/// A component in some form: either as the text of the value has it, in lax UTF-8, or as it was
+/// made, in UTF-32. A view, which lives as long as the value.
 class ComponentText {
 public:
     ComponentText() = default;

@@ -12,8 +12,8 @@
 
 namespace foundation::network::iri::detail {
 
-/// A text in lax UTF-8 that is made once and then never changes or moves. Const use from many threads
-/// is safe.
+/// A text in lax UTF-8 that is made once and then never changes or moves. Const use from many
+/// threads is safe.
 class PublishedText {
 public:
     PublishedText() = default;

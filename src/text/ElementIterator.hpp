@@ -5,12 +5,12 @@
 
 namespace foundation::network::text {
 
-/// A forward iterator over the elements of a text, which decodes wherever it is read and keeps nothing
-/// but its place.
+/// A forward iterator over the elements of a text, which decodes wherever it is read and keeps
+/// nothing but its place.
 ///
 /// @tparam Unit     of which the text is made
-/// @tparam Reading  how it is read: `elementAt` gives the element that begins at a unit, `lengthAt` how
-///                  many units it takes
+/// @tparam Reading  how it is read: `elementAt` gives the element that begins at a unit,
+///                  `lengthAt` how many units it takes
 template <class Unit, class Reading>
 class ElementIterator {
 public:

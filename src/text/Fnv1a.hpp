@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string_view>
 
-/// 64-bit FNV-1a over the code points of a text: four bytes a code point, low byte first on every machine.
+/// 64-bit FNV-1a over code points: four bytes for each, low byte first on every machine.
 namespace foundation::network::text {
 
 inline constexpr std::uint64_t FNV_OFFSET_BASIS = 0xcbf29ce484222325U;

@@ -8,9 +8,9 @@
 #include <string>
 #include <string_view>
 
-/// How values hold their texts: UTF-8 wherever a text is Unicode, and for anything else what its rule
-/// gives when it is not ended at U+10FFFF. Sequences have one to seven bytes, so that each element of
-/// 32 bits has one. A surrogate takes three bytes.
+/// How values hold their texts: UTF-8 wherever a text is Unicode, and for anything else what its
+/// rule gives when it is not ended at U+10FFFF. Sequences have one to seven bytes, so that each
+/// element of 32 bits has one. A surrogate takes three bytes.
 ///
 /// Nothing is checked, since what was written here is all that is read. Two texts are the same if
 /// their bytes are, and their order is that of their bytes.

@@ -149,7 +149,7 @@ TEST(IRILongText, isAQueryOfPairs)
     EXPECT_EQ(++at, pairs.end());
 }
 
-// As UTF-32 this alone takes eight GiB, and the text that is printed another two.
+// The value and what is printed of it take two GiB each, besides the text.
 TEST(IRILongText, isAValue)
 {
     const LongText<char> text("//u@h/", 'a', OVER_31_BITS, "?q");
@@ -172,6 +172,18 @@ TEST(IRILongText, hasItsEscapesFixedToItsEnd)
     EXPECT_TRUE(seen.starts_with(BEFORE));
     EXPECT_TRUE(seen.ends_with(AFTER));
     EXPECT_EQ(seen.find_first_not_of(U'x', BEFORE.size()), BEFORE.size() + OVER_31_BITS);
+}
+
+// The same of the text as a value holds it.
+TEST(IRILongText, hasItsEscapesFixedToItsEndInUtf8)
+{
+    const LongText<char> text("%", 'x', OVER_31_BITS, "[%41%4");
+    const std::string fixed = iri::fixEscapes(text.view(), true);
+    const std::string_view seen = fixed;
+    EXPECT_EQ(seen.size(), 3 + OVER_31_BITS + 10);
+    EXPECT_TRUE(seen.starts_with("%25x"));
+    EXPECT_TRUE(seen.ends_with("x%5B%41%254"));
+    EXPECT_EQ(seen.find_first_not_of('x', 3), 3 + OVER_31_BITS);
 }
 
 // ICU counts in 31 bits. A name with more units is refused before ICU sees it.
