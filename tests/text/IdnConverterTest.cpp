@@ -257,6 +257,19 @@ namespace {
     }
 
     // RFC 1035, 2.3.4 allows 63 octets for a label and, as text, 253 for a name.
+    // Between two lone surrogates stands a character that the mapping drops. ICU then takes the two for
+    // one character, which no name may hold, and says nothing. Who reads the ASCII form is told.
+    TEST(IdnConverter, joinsLoneSurrogatesThatTheMappingBringsTogether)
+    {
+        const IdnConverter converter;
+        const std::u16string apart{u'a', 0xD8BD, 0xFE00, 0xDED7};
+        const std::u16string together{u'a', 0xD8BD, 0xDED7}; // U+3F6D7, which is not assigned
+        const std::string ascii = converter.toAscii(apart);
+        EXPECT_TRUE(ascii.starts_with("xn--a-")) << ascii;
+        EXPECT_NE(converter.toUnicode(ascii).find(u'\uFFFD'), std::u16string::npos);
+        EXPECT_EQ(converter.toAscii(together).find("xn--"), std::string::npos);
+    }
+
     TEST(IdnConverter, takesLabelsAndNamesOfAnyLength)
     {
         const IdnConverter converter;
