@@ -37,8 +37,11 @@ struct LaxReading {
     static constexpr std::size_t lengthAt(const char* at) noexcept
     {
         const unsigned char lead = byteAt(at);
-        if (lead < 0xF0)
-            return 1U + unsigned{lead >= 0x80} + unsigned{lead >= 0xE0};
+        // Branches, since the next element would wait for what is computed.
+        if (lead < 0x80)
+            return 1;
+        if (lead < 0xE0)
+            return 2;
         return static_cast<std::size_t>(std::countl_one(lead));
     }
 
