@@ -151,24 +151,31 @@ bool looksLikeScheme(std::string_view path, const PathContext& context) noexcept
     return context.standsAlone() && colonComesFirst(path);
 }
 
+namespace {
+
+    // Whether a decoded text, with the elements that it has, stands in an IRI as it is.
+    template <class Rules, class Text, class Elements>
+    bool isShownAsItIs(Text decoded, const Elements& elements,
+                       const typename Rules::Context& context) noexcept
+    {
+        static constexpr SameInIri<Rules> same;
+        return !isFormEncoded(context) && !looksLikeScheme(decoded, context)
+               && std::all_of(elements.begin(), elements.end(), same);
+    }
+
+} // namespace
+
 template <class Rules>
 bool ComponentCoder<Rules>::isSameInIri(std::u32string_view decoded,
                                         const Context& context) noexcept
 {
-    static constexpr SameInIri<Rules> same;
-    if (isFormEncoded(context) || looksLikeScheme(decoded, context))
-        return false;
-    return std::all_of(decoded.begin(), decoded.end(), same);
+    return isShownAsItIs<Rules>(decoded, decoded, context);
 }
 
 template <class Rules>
 bool ComponentCoder<Rules>::isSameInIri(std::string_view decoded, const Context& context) noexcept
 {
-    static constexpr SameInIri<Rules> same;
-    if (isFormEncoded(context) || looksLikeScheme(decoded, context))
-        return false;
-    const text::LaxUtf8View elements(decoded);
-    return std::all_of(elements.begin(), elements.end(), same);
+    return isShownAsItIs<Rules>(decoded, text::LaxUtf8View(decoded), context);
 }
 
 template <class Rules>

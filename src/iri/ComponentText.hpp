@@ -1,7 +1,6 @@
 #pragma once
 
 #include "text/LaxUtf8.hpp"
-#include "text/Utf.hpp"
 
 #include <string>
 #include <string_view>

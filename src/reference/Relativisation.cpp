@@ -200,7 +200,7 @@ private:
         if (!iri_.hasSourceText_.load())
             return relativePath(Encoding::Decoded);
         const View written = relativePath(Encoding::Iri);
-        if (readsTheSame_ || written.empty())
+        if (readsTheSame_)
             return written;
         if (auto decoded = decodeToUtf8(written))
             return path_ = *std::move(decoded);

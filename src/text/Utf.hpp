@@ -38,9 +38,6 @@ std::string withUsualLeads(std::string_view utf8);
 /// @param ascii  for which `isAllAscii` holds
 std::u32string widenAscii(std::string_view ascii);
 
-/// The same text in bytes. It must be ASCII.
-std::string narrowAscii(std::u32string_view ascii);
-
 /// UTF-8 to UTF-32.
 /// @throws AnonymousInternalException<std::exception> "Invalid UTF-8 sequence encountered while
 ///         trying to encode UTF-32 character"

@@ -174,11 +174,6 @@ std::u32string widenAscii(std::string_view ascii)
     return copyUnits<std::u32string>(ascii);
 }
 
-std::string narrowAscii(std::u32string_view ascii)
-{
-    return copyUnits<std::string>(ascii);
-}
-
 std::u32string toUtf32(std::string_view utf8)
 {
     std::u32string result;

@@ -71,8 +71,8 @@ enum class DotSegments : std::uint8_t { Unknown, None, Some };
 /// The working class behind `foundation::network::IRI`, which tells what the operations mean.
 ///
 /// A value is one text, with the ranges of the components in it. It is UTF-8, or what comes next
-/// to it where a built value has elements that are no code points. That of a parsed value is the
-/// text that was parsed. That of a built value is laid out in the same way, but some components stand in
+/// to it where a built value has elements that are no code points. A parsed value has the text that
+/// was parsed. That of a built value is laid out in the same way, but some components stand in
 /// it as plain text, in which anything may occur; only the ranges tell where they end. Everything
 /// else, which is other forms of components, whole texts in other forms and the hash, comes into
 /// being when somebody asks for it, and stays.
