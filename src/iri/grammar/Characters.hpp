@@ -233,6 +233,34 @@ void skipCharacters(Cursor<text::AsciiIterator>& at)
     at.reset(text::AsciiIterator(here));
 }
 
+/// The same in UTF-8: letters of two and three bytes, which most scripts are written in, are known
+/// by their leads, of which all that is well-formed behind them is in `ucschar`.
+template <unsigned CLASSES>
+void skipCharacters(Cursor<text::Utf8Iterator>& at)
+{
+    const auto goesOn = [](const char* c) { return text::isContinuation(text::byteAt(c)); };
+
+    const char* here = at.position().base();
+    const char* const last = at.last().base();
+    while (here != last) {
+        const unsigned char lead = text::byteAt(here);
+        if (isAscii(lead)) {
+            if (detail::asciiMembers<CLASSES>[lead] == 0)
+                break;
+            ++here;
+        } else if (lead >= 0xC3 && lead <= 0xDF && goesOn(here + 1)) {
+            here += 2; // U+00C0 to U+07FF
+        } else if (lead >= 0xE1 && lead <= 0xEC && goesOn(here + 1) && goesOn(here + 2)) {
+            here += 3; // U+1000 to U+CFFF
+        } else if (ucschar(text::codePointAt(here))) {
+            here += text::sequenceLength(here);
+        } else {
+            break;
+        }
+    }
+    at.reset(text::Utf8Iterator(here));
+}
+
 /// The same where code points lie side by side: without a branch that asks for the script, since
 /// texts change between scripts all the time.
 template <unsigned CLASSES>

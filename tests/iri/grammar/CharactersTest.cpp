@@ -1,9 +1,13 @@
 #include "iri/grammar/Characters.hpp"
 
+#include "text/LaxUtf8.hpp"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <initializer_list>
+#include <iterator>
+#include <string>
 #include <string_view>
 
 namespace foundation::network::iri::grammar {
@@ -100,6 +104,45 @@ namespace {
     {
         expectSame([](char32_t c) { return reserved(c); },
                    [](char32_t c) { return isIn(genDelimsOfRfc, c) || isIn(subDelimsOfRfc, c); });
+    }
+
+    // In UTF-8, where letters are known by their leads, between two others and at the end.
+    template <unsigned CLASSES>
+    void expectSkippedInUtf8()
+    {
+        for (char32_t c = 0; c <= 0x10FFFF; ++c) {
+            const std::string character = text::toLaxUtf8({&c, 1});
+            for (const bool isLast : {false, true}) {
+                const std::string text = "a" + character + (isLast ? "" : "\u4E00");
+                Cursor at(text::Utf8Iterator(text.data()),
+                          text::Utf8Iterator(text.data() + text.size()));
+                skipCharacters<CLASSES>(at);
+                const std::ptrdiff_t taken = at.position().base() - text.data();
+                ASSERT_EQ(taken, ucscharOr(c, CLASSES) ? std::ssize(text) : 1)
+                    << std::hex << static_cast<std::uint32_t>(c);
+            }
+        }
+    }
+
+    TEST(Characters, areSkippedInUtf8)
+    {
+        expectSkippedInUtf8<IPCHAR>();
+        expectSkippedInUtf8<UNRESERVED>();
+    }
+
+    // What follows a lead of a letter may be none of it.
+    TEST(Characters, areNotSkippedWhereSequencesAreBroken)
+    {
+        for (const char* broken :
+             {"\xC3/", "\xC3\xC3\xA9", "\xE4/\xBF", "\xE4\xBF/", "\xE4\xBF\xC3", "\xBF",
+              "\xED\xA0\x80", "\xC0\x80", "\xE0\x80\x80"}) {
+            const std::string text = "a" + std::string(broken) + "bcd";
+            SCOPED_TRACE(testing::PrintToString(text));
+            Cursor at(text::Utf8Iterator(text.data()),
+                      text::Utf8Iterator(text.data() + text.size()));
+            skipCharacters<IPCHAR>(at);
+            EXPECT_EQ(at.position().base() - text.data(), 1);
+        }
     }
 
     struct Escape {
