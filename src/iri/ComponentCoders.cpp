@@ -5,6 +5,8 @@
 #include "text/Utf.hpp"
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 #include <type_traits>
 
 namespace foundation::network::iri {
@@ -82,6 +84,52 @@ namespace {
         bool ascii_[0x80] = {};
     };
 
+    // By bytes of lax UTF-8: those behind which nothing can stand that is not the same. These are
+    // such ASCII characters, the leads of blocks that are the same as a whole, and what goes on
+    // behind a lead.
+    template <class Rules>
+    constexpr std::array<bool, 0x100> bytesOfSameInIri = [] {
+        constexpr SameInIri<Rules> same;
+        const auto areAllSame = [same](char32_t first, char32_t size) {
+            bool all = true;
+            for (char32_t c = first; c < first + size; ++c)
+                all &= same(c);
+            return all;
+        };
+        std::array<bool, 0x100> bytes{};
+        for (std::size_t byte = 0; byte < bytes.size(); ++byte) {
+            const auto lead = static_cast<char32_t>(byte);
+            if (byte < 0x80)
+                bytes[byte] = same(lead);
+            else if (byte < 0xC0)
+                bytes[byte] = true;
+            else if (byte < 0xE0)
+                bytes[byte] = areAllSame((lead & 0x1FU) << 6, 1U << 6);
+            else if (byte < 0xF0)
+                bytes[byte] = areAllSame((lead & 0x0FU) << 12, 1U << 12);
+        }
+        return bytes;
+    }();
+
+    // Whether the elements of a text are all the same.
+    template <class Rules>
+    bool areSameInIri(std::u32string_view text) noexcept
+    {
+        static constexpr SameInIri<Rules> same;
+        return std::all_of(text.begin(), text.end(), same);
+    }
+
+    template <class Rules>
+    bool areSameInIri(std::string_view lax) noexcept
+    {
+        static constexpr SameInIri<Rules> same;
+        for (const char& byte : lax)
+            if (!bytesOfSameInIri<Rules>[text::byteAt(&byte)]
+                && !same(text::LaxReading::elementAt(&byte)))
+                return false;
+        return true;
+    }
+
     template <class Rules>
     std::u32string escapeUnshowable(std::u32string_view text)
     {
@@ -153,14 +201,12 @@ bool looksLikeScheme(std::string_view path, const PathContext& context) noexcept
 
 namespace {
 
-    // Whether a decoded text, with the elements that it has, stands in an IRI as it is.
-    template <class Rules, class Text, class Elements>
-    bool isShownAsItIs(Text decoded, const Elements& elements,
-                       const typename Rules::Context& context) noexcept
+    // Whether a decoded text stands in an IRI as it is.
+    template <class Rules, class Text>
+    bool isShownAsItIs(Text decoded, const typename Rules::Context& context) noexcept
     {
-        static constexpr SameInIri<Rules> same;
         return !isFormEncoded(context) && !looksLikeScheme(decoded, context)
-               && std::all_of(elements.begin(), elements.end(), same);
+               && areSameInIri<Rules>(decoded);
     }
 
 } // namespace
@@ -169,13 +215,13 @@ template <class Rules>
 bool ComponentCoder<Rules>::isSameInIri(std::u32string_view decoded,
                                         const Context& context) noexcept
 {
-    return isShownAsItIs<Rules>(decoded, decoded, context);
+    return isShownAsItIs<Rules>(decoded, context);
 }
 
 template <class Rules>
 bool ComponentCoder<Rules>::isSameInIri(std::string_view decoded, const Context& context) noexcept
 {
-    return isShownAsItIs<Rules>(decoded, text::LaxUtf8View(decoded), context);
+    return isShownAsItIs<Rules>(decoded, context);
 }
 
 template <class Rules>

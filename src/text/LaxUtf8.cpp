@@ -63,9 +63,12 @@ std::u32string fromLaxUtf8(std::string_view lax)
 
 bool exceedsUnicode(std::string_view lax) noexcept
 {
-    if (isAllAscii(lax))
+    // U+10FFFF is F4 8F BF BF. Hardly a text has a byte above F3, which is looked for at once.
+    unsigned char highest = 0;
+    for (const char& c : lax)
+        highest = std::max(highest, byteAt(&c));
+    if (highest < 0xF4)
         return false;
-    // U+10FFFF is F4 8F BF BF.
     for (std::size_t i = 0; i < lax.size(); ++i) {
         const unsigned char byte = byteAt(lax.data() + i);
         if (byte > 0xF4 || (byte == 0xF4 && byteAt(lax.data() + i + 1) > 0x8F))
