@@ -95,14 +95,12 @@ std::size_t countPathSegments(std::string_view text) noexcept
     if (body > 2)
         return 0;
     std::size_t count = 1;
-    std::size_t doubled = 0;
-    for (std::size_t i = body + 1; i < text.size(); ++i) {
-        const std::size_t isSlash = text[i] == '/' ? 1 : 0;
-        const std::size_t followsSlash = text[i - 1] == '/' ? 1 : 0;
-        count += isSlash;
-        doubled |= isSlash & followsSlash;
+    for (std::size_t at = text.find('/', body); at != text.npos; at = text.find('/', at + 1)) {
+        if (text[at - 1] == '/')
+            return 0;
+        ++count;
     }
-    return doubled == 0 ? count : 0;
+    return count;
 }
 
 } // namespace foundation::network::iri::grammar
