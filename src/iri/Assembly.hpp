@@ -144,6 +144,44 @@ public:
         setQuery(stored.text, stored.encoding, readAsForm, from.flags_.formEncoded);
     }
 
+    /// Takes all that stands before the path.
+    void takeFront(const Iri& from)
+    {
+        if (!from.hasComponents_) {
+            takeScheme(from);
+            takeAuthority(from);
+            return;
+        }
+        front_ = &from;
+        ComponentFlags& has = flags();
+        has.hasScheme = from.hasScheme();
+        has.hasUserInfo = from.hasUserInfo();
+        has.hasHost = from.hasHost();
+        has.hasPort = from.hasPort();
+        has.plain.insertFrom(from.flags_.plain, Component::UserInfo);
+        has.plain.insertFrom(from.flags_.plain, Component::Host);
+        iri_.portNumber_ = from.portNumber_;
+    }
+
+    /// Takes all that stands behind the path.
+    void takeBack(const Iri& from)
+    {
+        const bool showsFragment = from.text_.size() > from.ranges_.queryEnd;
+        if (!from.hasComponents_ || from.hasFragment() != showsFragment) {
+            takeQuery(from);
+            takeFragment(from);
+            return;
+        }
+        back_ = &from;
+        ComponentFlags& has = flags();
+        has.hasQuery = from.hasQuery();
+        has.hasFragment = from.hasFragment();
+        has.queryReadsAsForm = from.flags_.formEncoded;
+        has.formEncoded = from.flags_.formEncoded;
+        has.plain.insertFrom(from.flags_.plain, Component::Query);
+        has.plain.insertFrom(from.flags_.plain, Component::Fragment);
+    }
+
     void takeFragment(const Iri& from)
     {
         if (from.hasFragment())
@@ -175,6 +213,10 @@ public:
 
 private:
     View& at(Component component) noexcept { return texts_[static_cast<std::size_t>(component)]; }
+    const View& at(Component component) const noexcept
+    {
+        return texts_[static_cast<std::size_t>(component)];
+    }
 
     void place(Component component, View text, const Encoding& encoding)
     {
@@ -192,9 +234,32 @@ private:
     // All that is there, with its delimiters (RFC 3986, 5.3), and where it lies.
     void writeText()
     {
-        const ComponentFlags& has = iri_.flags_;
         std::string text;
         text.reserve(lengthOfText());
+        if (front_ != nullptr)
+            copyFront(text);
+        else
+            writeFront(text);
+        ComponentRanges& ranges = iri_.ranges_;
+        ranges.pathBegin = text.size();
+        text.append(directory_).append(at(Component::Path));
+        ranges.pathEnd = text.size();
+        if (back_ != nullptr)
+            copyBack(text);
+        else
+            writeBack(text);
+        iri_.text_ = std::move(text);
+    }
+
+    void copyFront(std::string& text)
+    {
+        text.append(frontText());
+        iri_.ranges_ = front_->ranges_;
+    }
+
+    void writeFront(std::string& text)
+    {
+        const ComponentFlags& has = iri_.flags_;
         ComponentRanges& ranges = iri_.ranges_;
         text.append(scheme_);
         ranges.schemeEnd = text.size();
@@ -209,27 +274,51 @@ private:
         ranges.hostEnd = text.size();
         if (has.hasPort)
             text.append(1, Iri::COLON).append(port_);
-        ranges.pathBegin = text.size();
-        text.append(directory_).append(at(Component::Path));
-        ranges.pathEnd = text.size();
-        if (has.hasQuery)
-            text.append(1, Iri::QUESTION_MARK).append(at(Component::Query));
-        ranges.queryEnd = text.size();
-        if (has.hasFragment)
-            text.append(1, Iri::HASH_SIGN).append(at(Component::Fragment));
-        iri_.text_ = std::move(text);
     }
 
+    void copyBack(std::string& text)
+    {
+        const ComponentRanges& from = back_->ranges_;
+        iri_.ranges_.queryEnd = text.size() + (from.queryEnd - from.pathEnd);
+        text.append(backText());
+    }
+
+    void writeBack(std::string& text)
+    {
+        const ComponentFlags& has = iri_.flags_;
+        if (has.hasQuery)
+            text.append(1, Iri::QUESTION_MARK).append(at(Component::Query));
+        iri_.ranges_.queryEnd = text.size();
+        if (has.hasFragment)
+            text.append(1, Iri::HASH_SIGN).append(at(Component::Fragment));
+    }
+
+    View frontText() const noexcept { return front_->textBetween(0, front_->ranges_.pathBegin); }
+    View backText() const noexcept
+    {
+        return back_->textBetween(back_->ranges_.pathEnd, back_->text_.size());
+    }
+
+    // Exactly, so that a short text fits into the string itself.
     std::size_t lengthOfText() const noexcept
     {
-        constexpr std::size_t DELIMITERS = 7; // ":", "//", "@", ":", "?" and "#"
-        std::size_t length = scheme_.size() + port_.size() + directory_.size() + DELIMITERS;
-        for (const View text : texts_)
-            length += text.size();
-        return length;
+        const ComponentFlags& has = iri_.flags_;
+        const std::size_t front = front_ != nullptr
+                                      ? frontText().size()
+                                      : scheme_.size() + (has.hasScheme ? 1 : 0)
+                                            + (has.hasHost ? 2 : 0) + at(Component::UserInfo).size()
+                                            + (has.hasUserInfo ? 1 : 0) + at(Component::Host).size()
+                                            + port_.size() + (has.hasPort ? 1 : 0);
+        const std::size_t back =
+            back_ != nullptr ? backText().size()
+                             : at(Component::Query).size() + (has.hasQuery ? 1 : 0)
+                                   + at(Component::Fragment).size() + (has.hasFragment ? 1 : 0);
+        return front + directory_.size() + at(Component::Path).size() + back;
     }
 
     Iri& iri_;
+    const Iri* front_ = nullptr; // whose text is taken up to the path
+    const Iri* back_ = nullptr;  // whose text is taken from behind the path
     View scheme_;
     View port_;
     View directory_; // stands in front of the path

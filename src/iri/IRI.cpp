@@ -5,7 +5,6 @@
 #include "text/Ascii.hpp"
 
 #include <ostream>
-#include <utility>
 
 namespace foundation::network {
 
@@ -28,11 +27,6 @@ IRI::IRI(const IRIArgs& args)
 
 IRI::IRI(const IRI& other) = default;
 IRI::IRI(IRI&& other) noexcept = default;
-
-IRI::IRI(Base&& value) noexcept
-    : Base(std::move(value))
-{
-}
 
 IRI& IRI::operator=(const IRI& other) = default;
 IRI& IRI::operator=(IRI&& other) = default;
@@ -160,12 +154,16 @@ std::string IRI::toAsciiStringUtf8(bool strict) const
 
 IRI IRI::resolveAgainst(const IRI& base) const
 {
-    return IRI(Base::doResolve(base));
+    IRI target;
+    Base::doResolve(base, target);
+    return target;
 }
 
 IRI IRI::makeRelativeTo(const IRI& base) const
 {
-    return IRI(Base::doRelativise(base));
+    IRI target;
+    Base::doRelativise(base, target);
+    return target;
 }
 
 void IRI::toArgs(IRIArgs& args) const

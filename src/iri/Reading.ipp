@@ -15,6 +15,7 @@
 #include <foundation/network/iri/detail/TemplateIRI.hpp>
 
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <type_traits>
@@ -216,6 +217,47 @@ bool TemplateIRI<String>::pathHasDotSegments() const noexcept
     return known == DotSegments::Some;
 }
 
+// A component, of which the value has the text, as escapes are made or undone straight from there,
+// which costs about what a copy does. Nothing, if the other forms have to tell.
+template <class String>
+std::optional<std::string> TemplateIRI<String>::convertedText(Component component,
+                                                              const Encoding& encoding) const
+{
+    if (flags_.plain.contains(component))
+        return std::nullopt;
+    if (encoding == Encoding::Ascii)
+        return encodeNonAscii(storedText(component));
+    const bool readsAsForm = component == Component::Query && flags_.queryReadsAsForm;
+    if (encoding == Encoding::Decoded && !readsAsForm)
+        return decodeToUtf8(storedText(component));
+    return std::nullopt;
+}
+
+// A component in lax UTF-8: a view of the value's text, or of `made`, which then holds it.
+/// @throws std::runtime_error "Item not set: Host" and so on, if the component is absent
+template <class String>
+auto TemplateIRI<String>::laxText(Component component, const Encoding& encoding,
+                                  std::string& made) const -> View
+{
+    if (hasText(component)) {
+        if (isStoredIn(formRead(encoding), component))
+            return storedText(component);
+        if (auto converted = convertedText(component, encoding))
+            return made = *std::move(converted);
+    }
+    return made = text::toLaxUtf8(partsWith(component).get(component, encoding));
+}
+
+// The path, or the empty text if the value has none at all.
+template <class String>
+auto TemplateIRI<String>::laxPath(const Encoding& encoding, std::string& made) const -> View
+{
+    if (!hasText(Component::Path))
+        return {};
+    return flags_.readsTheSame ? storedText(Component::Path)
+                               : laxText(Component::Path, encoding, made);
+}
+
 // What the value stores, as UTF-8.
 template <class String>
 std::string TemplateIRI<String>::toUtf8(View lax) const
@@ -246,15 +288,9 @@ std::string TemplateIRI<String>::componentUtf8(Component component, const Encodi
             || (encoding == Encoding::Iri && !flags_.plain.contains(component))))
         return std::string(storedText(component));
     return core::except::asInternalRuntimeError([&] {
-        // Escapes are made and undone for about what a copy costs, so nothing is kept for them.
-        if (hasText(component) && !flags_.plain.contains(component)) {
-            const bool readsAsForm = component == Component::Query && flags_.queryReadsAsForm;
-            if (encoding == Encoding::Ascii)
-                return encodeNonAscii(storedText(component));
-            if (encoding == Encoding::Decoded && !readsAsForm)
-                if (auto decoded = decodeToUtf8(storedText(component)))
-                    return *std::move(decoded);
-        }
+        if (hasText(component))
+            if (auto converted = convertedText(component, encoding))
+                return *std::move(converted);
         return readComponent(component, encoding, [this](auto text) {
             if constexpr (std::is_same_v<decltype(text), View>)
                 return toUtf8(text);

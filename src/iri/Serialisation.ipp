@@ -34,10 +34,10 @@ constexpr std::size_t strictIndex(Encoding encoding) noexcept
 /// @}
 
 template <class String>
-ComponentText TemplateIRI<String>::hostInAuthority(const Encoding& encoding) const
+auto TemplateIRI<String>::hostInAuthority(const Encoding& encoding, std::string& made) const -> View
 {
     try {
-        return componentText(Component::Host, encoding);
+        return laxText(Component::Host, encoding, made);
     } catch (const std::runtime_error& failure) {
         // The text names the host already; naming it twice is meant.
         throw std::runtime_error(std::string(failure.what()) + ": Host (in getAuthority)");
@@ -49,10 +49,9 @@ std::string TemplateIRI<String>::getNativeAuthority(const Encoding& encoding) co
 {
     std::string madeUserInfo;
     std::string madeHost;
-    const View userInfo = flags_.hasUserInfo
-                              ? componentText(Component::UserInfo, encoding).laxIn(madeUserInfo)
-                              : View();
-    const View host = hostInAuthority(encoding).laxIn(madeHost);
+    const View userInfo =
+        flags_.hasUserInfo ? laxText(Component::UserInfo, encoding, madeUserInfo) : View();
+    const View host = hostInAuthority(encoding, madeHost);
     const View port = portText();
     std::string result;
     result.reserve(userInfo.size() + 1 + host.size() + 1 + port.size());
@@ -71,7 +70,7 @@ void TemplateIRI<String>::appendComponent(std::string& result, Component compone
                                           const Encoding& encoding, bool strict) const
 {
     std::string made;
-    const View text = componentText(component, encoding).laxIn(made);
+    const View text = laxText(component, encoding, made);
     if (strict)
         result.append(fixEscapes(text, true));
     else

@@ -16,6 +16,8 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <optional>
+#include <utility>
 
 namespace foundation::network::iri::detail {
 
@@ -30,21 +32,21 @@ public:
     using Iri = TemplateIRI<String>;
     using View = typename Iri::View;
 
-    Relativisation(const Iri& iri, const Iri& base)
+    Relativisation(const Iri& iri, const Iri& base, Iri& target)
         : iri_(iri)
         , base_(base)
         , readsTheSame_(iri.flags_.readsTheSame && base.flags_.readsTheSame)
-        , assembly_(target_)
+        , assembly_(target)
     {
     }
 
-    Iri run()
+    void run()
     {
         checkPaths();
         assembly_.takeFragment(iri_);
         if (namesSameResource()) {
             assembly_.finish(readsTheSame_);
-            return std::move(target_);
+            return;
         }
         // Read before anything is decided, so that a path that cannot be decoded fails on every
         // road.
@@ -52,7 +54,7 @@ public:
         const bool sameScheme = iri_.schemeText() == base_.schemeText();
         if (iri_.hasScheme() && !sameScheme) {
             takeWhole();
-            return std::move(target_);
+            return;
         }
         checkSchemeAndAuthority();
         if (iri_.hasAuthority() != base_.hasAuthority() || authoritiesDiffer()) {
@@ -61,11 +63,10 @@ public:
                 assembly_.takeScheme(iri_);
             assembly_.takeAuthority(iri_);
             takePathAndQuery();
-            return std::move(target_);
+            return;
         }
         takeDifference(path);
         assembly_.finish(readsTheSame_);
-        return std::move(target_);
     }
 
 private:
@@ -108,8 +109,7 @@ private:
 
     void takeWhole()
     {
-        assembly_.takeScheme(iri_);
-        assembly_.takeAuthority(iri_);
+        assembly_.takeFront(iri_);
         takePathAndQuery();
         assembly_.flags().pathHasDotSegments = false; // not told of a whole copy; that is meant
     }
@@ -119,7 +119,7 @@ private:
     {
         if (!iri_.flags_.pathIsEmpty)
             assembly_.takePath(iri_);
-        assembly_.takeQuery(iri_);
+        assembly_.takeBack(iri_);
         assembly_.finish(readsTheSame_);
     }
 
@@ -137,7 +137,7 @@ private:
                 "Cannot make relative to base as base has query but this does not");
         if (!pathIsEmpty) {
             takePathDifference(path);
-            assembly_.takeQuery(iri_);
+            assembly_.takeBack(iri_);
             return;
         }
         if (!hasQueryOfBase())
@@ -157,8 +157,8 @@ private:
             return false;
         std::string ofIri;
         std::string ofBase;
-        return iri_.componentText(Component::Query, Encoding::Decoded).laxIn(ofIri)
-               == base_.componentText(Component::Query, Encoding::Decoded).laxIn(ofBase);
+        return iri_.laxText(Component::Query, Encoding::Decoded, ofIri)
+               == base_.laxText(Component::Query, Encoding::Decoded, ofBase);
     }
 
     void takePathDifference(View path)
@@ -233,7 +233,7 @@ private:
     static View withoutDotSegments(const Iri& iri, const Encoding& encoding, std::string& written,
                                    std::string& made)
     {
-        const View path = iri.pathText(encoding).laxIn(written);
+        const View path = iri.laxPath(encoding, written);
         const bool isLookedThrough = encoding == Encoding::Iri && iri.hasSourceText_.load();
         if (isLookedThrough && !iri.pathHasDotSegments())
             return path;
@@ -300,28 +300,46 @@ private:
     {
         if (!iri.hasText(Component::Path))
             return {};
-        if (iri.areStoredIn(Form::Decoded))
-            return iri.textBetween(iri.ranges_.schemeEnd + (iri.hasScheme() ? 1 : 0),
-                                   iri.ranges_.queryEnd);
+        const std::size_t begin = iri.ranges_.schemeEnd + (iri.hasScheme() ? 1 : 0);
+        if (const auto decoded = decodedBetween(begin, iri.ranges_.queryEnd, iri, made))
+            return *decoded;
         return made = iri.getNativeSsp(Encoding::Decoded);
     }
 
     // The same of the authority, which the value has.
     static View decodedAuthority(const Iri& iri, std::string& made)
     {
-        if (iri.hasText(Component::Host) && iri.areStoredIn(Form::Decoded))
-            return iri.textBetween(iri.authorityBegin(), iri.ranges_.pathBegin);
+        if (iri.hasText(Component::Host))
+            if (const auto decoded =
+                    decodedBetween(iri.authorityBegin(), iri.ranges_.pathBegin, iri, made))
+                return *decoded;
         return made = iri.getNativeAuthority(Encoding::Decoded);
     }
 
+    // Several components of a value with the delimiters between them, which have a text. They are
+    // decoded together if that is the same, as it is where nothing but escapes has to be undone:
+    // none of them reaches across a delimiter.
+    static std::optional<View> decodedBetween(std::size_t begin, std::size_t end, const Iri& iri,
+                                              std::string& made)
+    {
+        const View text = iri.textBetween(begin, end);
+        if (iri.areStoredIn(Form::Decoded))
+            return text;
+        if (!iri.hasSourceText_.load())
+            return std::nullopt;
+        auto decoded = decodeToUtf8(text);
+        if (!decoded)
+            return std::nullopt;
+        return made = *std::move(decoded);
+    }
+
     // The two paths as plain text.
-    View pathOfIri() { return iri_.pathText(Encoding::Decoded).laxIn(decoded_); }
-    View pathOfBase() { return base_.pathText(Encoding::Decoded).laxIn(baseDecoded_); }
+    View pathOfIri() { return iri_.laxPath(Encoding::Decoded, decoded_); }
+    View pathOfBase() { return base_.laxPath(Encoding::Decoded, baseDecoded_); }
 
     const Iri& iri_;
     const Iri& base_;
     const bool readsTheSame_;
-    Iri target_;
     Assembly<String> assembly_;
     std::string decoded_; // the paths, if they had to be made: as plain text,
     std::string baseDecoded_;
@@ -333,12 +351,12 @@ private:
 };
 
 template <class String>
-TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) const
+void TemplateIRI<String>::doRelativise(const TemplateIRI& base, TemplateIRI& target) const
 {
-    return Relativisation<String>(*this, base).run();
+    Relativisation<String>(*this, base, target).run();
 }
 
-template ZKFLNETWORK_API TemplateIRI<std::u32string> TemplateIRI<std::u32string>::doRelativise(
-    const TemplateIRI& base) const;
+template ZKFLNETWORK_API void TemplateIRI<std::u32string>::doRelativise(const TemplateIRI& base,
+                                                                        TemplateIRI& target) const;
 
 } // namespace foundation::network::iri::detail

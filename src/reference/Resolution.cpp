@@ -23,49 +23,44 @@ public:
     using Iri = TemplateIRI<String>;
     using View = typename Iri::View;
 
-    Resolution(const Iri& reference, const Iri& base)
+    Resolution(const Iri& reference, const Iri& base, Iri& target)
         : reference_(reference)
         , base_(base)
+        , target_(target)
         , absolute_(reference.hasAbsolutePath() || base.hasAbsolutePath())
     {
     }
 
-    Iri run()
+    void run()
     {
-        Iri target;
         if (reference_.isEmpty()) {
-            target = base_;
+            target_ = base_;
             // Departure: a base that was parsed keeps its text, fragment and all, and shows it
             // where the text itself is asked for; that is meant.
-            Assembly<String>::dropFragment(target);
-            return target;
+            Assembly<String>::dropFragment(target_);
+            return;
         }
-        Assembly<String> assembly(target);
+        Assembly<String> assembly(target_);
         if (reference_.hasScheme()) {
-            assembly.takeScheme(reference_);
+            assembly.takeFront(reference_);
+            takeReferencePath(assembly);
+            assembly.takeBack(reference_);
+        } else if (reference_.hasAuthority()) {
             assembly.takeAuthority(reference_);
             takeReferencePath(assembly);
-            assembly.takeQuery(reference_);
-        } else {
-            if (reference_.hasAuthority()) {
-                assembly.takeAuthority(reference_);
-                takeReferencePath(assembly);
-                assembly.takeQuery(reference_);
-            } else {
-                if (reference_.flags_.pathIsEmpty) {
-                    takeBasePath(assembly);
-                    takeReferenceOrBaseQuery(assembly);
-                } else {
-                    mergePaths(assembly);
-                    assembly.takeQuery(reference_);
-                }
-                assembly.takeAuthority(base_);
-            }
+            assembly.takeBack(reference_);
             assembly.takeScheme(base_);
+        } else {
+            if (!reference_.flags_.pathIsEmpty) {
+                mergePaths(assembly);
+                assembly.takeBack(reference_);
+            } else {
+                takeBasePath(assembly);
+                takeReferenceOrBaseQuery(assembly);
+            }
+            assembly.takeFront(base_);
         }
-        assembly.takeFragment(reference_);
         assembly.finish(reference_.flags_.readsTheSame && base_.flags_.readsTheSame);
-        return target;
     }
 
 private:
@@ -87,10 +82,13 @@ private:
 
     void takeReferenceOrBaseQuery(Assembly<String>& assembly)
     {
-        if (reference_.hasQuery())
-            assembly.takeQuery(reference_);
-        else if (base_.hasQuery()) // read as the reference's form, not the base's; that is meant
+        if (!reference_.hasQuery() && base_.hasQuery()) {
+            // Read as the reference's form, not the base's; that is meant.
             assembly.takeQuery(base_, reference_.flags_.formEncoded);
+            assembly.takeFragment(reference_);
+        } else {
+            assembly.takeBack(reference_);
+        }
     }
 
     // RFC 3986, 5.2.3
@@ -142,11 +140,12 @@ private:
     }
 
     // The two paths as plain text.
-    View referencePath() { return reference_.pathText(Encoding::Decoded).laxIn(referencePath_); }
-    View basePath() { return base_.pathText(Encoding::Decoded).laxIn(basePath_); }
+    View referencePath() { return reference_.laxPath(Encoding::Decoded, referencePath_); }
+    View basePath() { return base_.laxPath(Encoding::Decoded, basePath_); }
 
     const Iri& reference_;
     const Iri& base_;
+    Iri& target_;
     const bool absolute_; // whether a merged path begins with "/"
     reference::Segments segments_;
     std::string referencePath_; // if it had to be made
@@ -155,12 +154,12 @@ private:
 };
 
 template <class String>
-TemplateIRI<String> TemplateIRI<String>::doResolve(const TemplateIRI& base) const
+void TemplateIRI<String>::doResolve(const TemplateIRI& base, TemplateIRI& target) const
 {
-    return Resolution<String>(*this, base).run();
+    Resolution<String>(*this, base, target).run();
 }
 
-template ZKFLNETWORK_API TemplateIRI<std::u32string> TemplateIRI<std::u32string>::doResolve(
-    const TemplateIRI& base) const;
+template ZKFLNETWORK_API void TemplateIRI<std::u32string>::doResolve(const TemplateIRI& base,
+                                                                     TemplateIRI& target) const;
 
 } // namespace foundation::network::iri::detail

@@ -16,6 +16,14 @@ inline constexpr Row relativisationRows[] = {
     {"#f", "", "#f"},
     {"mailto:a#", "mailto:a", "#"},
 
+    // The same once its escapes are undone, delimiters or not
+    {"http://h/%61?b", "http://h/a?%62", ""},
+    {"http://h/a%3Fq", "http://h/a?q", ""},
+    {"http://h/%C3%A9#f", "http://h/é", "#f"},
+    {"http://h/%C3?%A9", "http://h/%c3?%a9", ""}, // no character reaches across the "?"
+    {"//%75@h/a", "//u@h/b", "a"},
+    {"//%C3@%A9/a", "//%c3@%a9/b", "a"},
+
     // Another scheme, or none
     {"http://h/a", "ftp://h/a", "http://h/a"},
     {"http://h/a", "/a", "http://h/a"},

@@ -346,8 +346,6 @@ public:
 
 private:
     using Base = iri::detail::TemplateIRI<std::u32string>;
-
-    explicit IRI(Base&& value) noexcept;
 };
 
 /// Exchanges two values.

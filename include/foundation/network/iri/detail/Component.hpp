@@ -13,6 +13,12 @@ public:
     /// Puts a component in.
     constexpr void insert(Component component) noexcept { bits_ |= bit(component); }
 
+    /// Puts a component in if it is in another set.
+    constexpr void insertFrom(ComponentSet other, Component component) noexcept
+    {
+        bits_ |= other.bits_ & bit(component);
+    }
+
     /// Whether a component is in.
     constexpr bool contains(Component component) const noexcept
     {

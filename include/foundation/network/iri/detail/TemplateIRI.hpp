@@ -9,6 +9,7 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -183,11 +184,13 @@ public:
     std::string toAsciiStringUtf8(const Encoding& encoding) const;
     /// @}
 
-    /// What this denotes as a reference against @p base; see `IRI::resolveAgainst`.
-    TemplateIRI doResolve(const TemplateIRI& base) const;
-
-    /// A reference that names this in terms of @p base; see `IRI::makeRelativeTo`.
-    TemplateIRI doRelativise(const TemplateIRI& base) const;
+    /// @{
+    /// Makes @p target, a fresh value, what this denotes as a reference against @p base, or a
+    /// reference that names this in terms of @p base; see `IRI::resolveAgainst` and
+    /// `IRI::makeRelativeTo`. After a failure it is fit for destruction only.
+    void doResolve(const TemplateIRI& base, TemplateIRI& target) const;
+    void doRelativise(const TemplateIRI& base, TemplateIRI& target) const;
+    /// @}
 
     /// Puts the components into @p args; see `IRI::toArgs`.
     void toArgs(ArgsBase<String>& args) const;
@@ -251,6 +254,9 @@ private:
     bool isStoredIn(Form form, Component component) const noexcept;
     ComponentText componentText(Component component, const Encoding& encoding) const;
     ComponentText pathText(const Encoding& encoding) const;
+    std::optional<std::string> convertedText(Component component, const Encoding& encoding) const;
+    View laxText(Component component, const Encoding& encoding, std::string& made) const;
+    View laxPath(const Encoding& encoding, std::string& made) const;
     StoredText readStoredForm(Component component) const;
     bool pathHasDotSegments() const noexcept;
     PathContext pathContext() const noexcept;
@@ -268,7 +274,7 @@ private:
     bool areStoredIn(Form form) const noexcept;
     bool isTextIn(Form form) const noexcept;
     std::string toUtf8(View lax) const;
-    ComponentText hostInAuthority(const Encoding& encoding) const;
+    View hostInAuthority(const Encoding& encoding, std::string& made) const;
     std::string getNativeAuthority(const Encoding& encoding) const;
     std::string getNativeSsp(const Encoding& encoding) const;
     const std::string& toNativeStringFromParts(const Encoding& encoding) const;
