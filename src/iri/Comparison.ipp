@@ -53,11 +53,12 @@ bool TemplateIRI<String>::differsIn(Component component, const TemplateIRI& othe
 template <class String>
 bool TemplateIRI<String>::differsInComponents(const TemplateIRI& other) const
 {
-    if (hasUserInfo() != other.hasUserInfo() || hasHost() != other.hasHost()
-        || hasQuery() != other.hasQuery() || hasFragment() != other.hasFragment())
-        return true;
-    return differsIn(Component::UserInfo, other) || differsIn(Component::Host, other)
-           || differsIn(Component::Path, other) || differsIn(Component::Query, other)
+    // One after the other: what stands behind a difference is neither converted nor kept, and fails
+    // nothing.
+    return hasUserInfo() != other.hasUserInfo() || differsIn(Component::UserInfo, other)
+           || hasHost() != other.hasHost() || differsIn(Component::Host, other)
+           || differsIn(Component::Path, other) || hasQuery() != other.hasQuery()
+           || differsIn(Component::Query, other) || hasFragment() != other.hasFragment()
            || differsIn(Component::Fragment, other);
 }
 

@@ -66,10 +66,12 @@ namespace {
         "Invalid UTF-32 code point U+0x11fffe encountered while trying to encode UTF-16 sequence";
 
     // A non-character, if it were a character at all: it cannot be escaped.
+    const std::u32string inescapable{0x11FFFE};
+
     IRI unprintable()
     {
         IRIArgs args;
-        static_cast<Base&>(args).setQuery(std::u32string{0x11FFFE});
+        static_cast<Base&>(args).setQuery(inescapable);
         return IRI(args);
     }
 
@@ -302,6 +304,35 @@ TEST(BuiltComparison, ofWhatCannotBeConvertedFails)
     IRIArgs args;
     static_cast<Base&>(args).setQuery(std::u32string{0x110000});
     EXPECT_EQ(IRI(args).hashValue(), IRI(args).hashValue());
+}
+
+TEST(BuiltComparison, goesFromComponentToComponent)
+{
+    // The host is converted though only the right side has a query.
+    const IRI left = resolved("//h", "x:");
+    IRIArgs args;
+    args.setScheme("x").setQuery("q");
+    static_cast<Base&>(args).setHost(inescapable);
+    const IRI right(args);
+    EXPECT_TRUE(throwsExactly<RangeFailure>([&] { return left == right; }, invalidCodePoint));
+    EXPECT_TRUE(throwsExactly<RangeFailure>([&] { return left != right; }, invalidCodePoint));
+    expectDifferent(left, IRI(args.setUserInfo("u"))); // which comes before the host
+}
+
+TEST(BuiltComparison, keepsWhatItConvertsBeforeItFindsADifference)
+{
+    const IRI reference = resolved("?q", "x://h/p");
+    IRIArgs args;
+    args.setScheme("x").setHost("h").setPath("/p").setFragment("f");
+    const IRI value(args.appendQueryKeyValuePair("\u00E9+", "v", false, false));
+    const IRI fresh = value;
+
+    // Of a form, the ASCII text is the IRI text too, unless that was there before.
+    EXPECT_FALSE(reference == value);
+    for (const IRI* iri : {&value, &fresh})
+        EXPECT_EQ(iri->getQueryUtf8(IRI::Encoding::Ascii), "%C3%A9%2B=v");
+    EXPECT_EQ(value.getQueryUtf8(), "\u00E9%2B=v");
+    EXPECT_EQ(fresh.getQueryUtf8(), "%C3%A9%2B=v");
 }
 
 TEST(BuiltComparison, servesTheContainers)
