@@ -198,6 +198,8 @@ public:
         writeText();
         iri_.hasComponents_ = true;
         ComponentFlags& flags = iri_.flags_;
+        if (flags.pathIsEmpty) // also one that nobody has stored is plain text
+            flags.plain.insert(Component::Path);
         flags.partsAreEmpty = !flags.hasUserInfo && !flags.hasHost && !flags.hasQuery
                               && !flags.hasFragment
                               && iri_.ranges_.pathBegin == iri_.ranges_.pathEnd;

@@ -335,6 +335,21 @@ TEST(BuiltComparison, keepsWhatItConvertsBeforeItFindsADifference)
     EXPECT_EQ(fresh.getQueryUtf8(), "%C3%A9%2B=v");
 }
 
+TEST(BuiltComparison, ofAnEmptyPathConvertsNone)
+{
+    IRIArgs args;
+    args.setScheme("x");
+    static_cast<Base&>(args).setPath(inescapable);
+    const IRI value(args);
+    for (const IRI& empty :
+         {built("x:"), resolved("", "x:").resolveAgainst(built("x:")),
+          parsed("x:").makeRelativeTo(parsed("x://h")), parsed("x:").makeRelativeTo(parsed("y:")),
+          parsed("x:").makeRelativeTo(parsed("x:p")), resolved("x:", "y:")}) {
+        SCOPED_TRACE(empty.toStringUtf8());
+        expectDifferent(empty, value);
+    }
+}
+
 TEST(BuiltComparison, servesTheContainers)
 {
     const std::vector<std::string> texts{"b", "a:c", "é", "a", "%22", "", "a", "?", "b", "A"};
