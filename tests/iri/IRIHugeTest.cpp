@@ -60,12 +60,6 @@ namespace {
         return stream << huge.before << huge.piece << huge.piece << "..." << huge.after;
     }
 
-    // What so many code points take as UTF-32; that there are some more does not count.
-    std::size_t utf32(std::size_t times, std::size_t codePointsOfPiece)
-    {
-        return sizeof(char32_t) * times * codePointsOfPiece;
-    }
-
     struct Task {
         const std::function<void()>& operation;
         std::exception_ptr failure;
@@ -110,33 +104,30 @@ namespace {
 
 } // namespace
 
-// A value holds its text once, as UTF-32, and parsing it takes nothing besides.
+// A value holds its text once, as UTF-8, and parsing it takes nothing besides.
 TEST(IRIHuge, componentsAreParsedInTheMemoryOfTheTextAlone)
 {
     struct Row {
         Huge huge;
-        std::size_t codePoints; // of the piece
         bool (*isRight)(const IRI&);
     };
     const Row rows[] = {
-        {{"", "é", ":y"},
-         1,
-         [](const IRI& iri) { return iri.isOpaque() && iri.getPath() == u"y"; }},
-        {{"//u@", "1.", ":1"}, 2, [](const IRI& iri) { return iri.getPortNumber() == 1; }},
-        {{"//h:", "0", "8"}, 1, [](const IRI& iri) { return iri.getPortNumber() == 8; }},
-        {{"//h", "/", ""}, 1, [](const IRI& iri) { return iri.getAuthority() == u"h"; }},
-        {{"x:", "a@", "?q"}, 2, [](const IRI& iri) { return iri.getQuery() == u"q"; }},
-        {{"?", "\uE000", "#f"}, 1, [](const IRI& iri) { return iri.getFragment() == u"f"; }},
+        {{"", "é", ":y"}, [](const IRI& iri) { return iri.isOpaque() && iri.getPath() == u"y"; }},
+        {{"//u@", "1.", ":1"}, [](const IRI& iri) { return iri.getPortNumber() == 1; }},
+        {{"//h:", "0", "8"}, [](const IRI& iri) { return iri.getPortNumber() == 8; }},
+        {{"//h", "/", ""}, [](const IRI& iri) { return iri.getAuthority() == u"h"; }},
+        {{"x:", "a@", "?q"}, [](const IRI& iri) { return iri.getQuery() == u"q"; }},
+        {{"?", "\uE000", "#f"}, [](const IRI& iri) { return iri.getFragment() == u"f"; }},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(testing::Message() << row.huge);
         const std::string text = row.huge.text();
-        inMemory(1, utf32(row.huge.times(), row.codePoints),
-                 [&] { EXPECT_TRUE(row.isRight(IRI(text))); });
+        inMemory(1, text.size(), [&] { EXPECT_TRUE(row.isRight(IRI(text))); });
     }
 }
 
-TEST(IRIHuge, whatIsNoIriIsRefusedInTheMemoryOfTheTextAlone)
+// The grammar refuses before anything is kept.
+TEST(IRIHuge, whatIsNoIriIsRefusedInNoMemory)
 {
     constexpr Huge rows[] = {
         {"", ":", ""},          {"x://", "a@", ""},  {"x://", "%", ""},
@@ -145,27 +136,27 @@ TEST(IRIHuge, whatIsNoIriIsRefusedInTheMemoryOfTheTextAlone)
     for (const Huge& huge : rows) {
         SCOPED_TRACE(testing::Message() << huge);
         const std::string text = huge.text();
-        inMemory(1, sizeof(char32_t) * text.size(), [&] {
+        inMemory(0, text.size(), [&] {
             EXPECT_TRUE(throwsExactly<LogicFailure>([&] { IRI{text}; }, "IRI parsing failed"));
         });
     }
 }
 
-// Besides the text of the value there are then the component by itself and the whole text, both
-// converted, and the result. An authority is put together before the whole text is. A text that
-// outgrows its memory takes twice as much, and for a moment has both.
-TEST(IRIHuge, componentsAreConvertedAndPrintedInASmallMultipleOfTheirMemory)
+// Besides the text of the value there are then the whole text, escaped, and the result. For the strict
+// text, components are converted one by one, in four bytes for each character, and put together; an
+// authority is put together before.
+TEST(IRIHuge, textsAreEscapedAndPrintedInASmallMultipleOfTheirMemory)
 {
     struct Row {
         Huge huge;
         const char* printedPiece;
         double factor;
+        double strictFactor;
     };
     constexpr Row rows[] = {
-        {{"//", "%41", "@h"}, "%41", 6.1},
-        {{"//", "%c3%a9", "/"}, "%c3%a9", 4.1},
-        {{"x:/", "%41", "?"}, "%41", 4.1},
-        {{"?", "aaé", "#"}, "aa%C3%A9", 5.3},
+        {{"//", "%41", "@h"}, "%41", 2, 5.1},       {{"//", "%c3%a9", "/"}, "%c3%a9", 2, 5.1},
+        {{"x:/", "%41", "?"}, "%41", 2, 4.1},       {{"?", "aaé", "#"}, "aa%C3%A9", 2.5, 9.6},
+        {{"//", "aaé", ""}, "aa%C3%A9", 2.5, 10.6},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(testing::Message() << row.huge);
@@ -173,21 +164,67 @@ TEST(IRIHuge, componentsAreConvertedAndPrintedInASmallMultipleOfTheirMemory)
         const std::string printed =
             row.huge.before + row.huge.of(row.printedPiece) + row.huge.after;
         std::string result;
-        inMemory(row.factor, sizeof(char32_t) * printed.size(),
-                 [&] { result = IRI(text).toAsciiStringUtf8(); });
+        inMemory(row.factor, printed.size(), [&] { result = IRI(text).toAsciiStringUtf8(); });
         EXPECT_TRUE(result == printed); // EXPECT_EQ would print both
+        result = std::string();
+        inMemory(row.strictFactor, printed.size(),
+                 [&] { result = IRI(text).toAsciiStringUtf8(true); });
+        EXPECT_TRUE(result == printed);
     }
 }
 
+// What stands in an IRI otherwise than as plain text is made of it, in several steps, in four bytes for
+// each character.
+TEST(IRIHuge, componentsOfBuiltValuesAreConvertedInASmallMultipleOfTheirMemory)
+{
+    struct Row {
+        Huge huge;
+        const char* printedPiece;
+        double factor;
+    };
+    constexpr Row rows[] = {
+        {{"/", "é", ""}, "%C3%A9", 8.1},
+        {{"/", "%41", ""}, "A", 2.1},
+        {{"/", "%5B", ""}, "%5B", 15.4},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(testing::Message() << row.huge);
+        const IRI built = IRI("?").resolveAgainst(IRI(row.huge.text()));
+        const std::string printed =
+            row.huge.before + row.huge.of(row.printedPiece) + row.huge.after + "?";
+        std::string result;
+        inMemory(row.factor, printed.size(), [&] { result = IRI(built).toAsciiStringUtf8(); });
+        EXPECT_TRUE(result == printed);
+    }
+}
+
+// Escapes that stand for UTF-8 are undone for whoever reads UTF-8 in one go.
 TEST(IRIHuge, escapesAreDecodedInASmallMultipleOfTheirMemory)
 {
-    const Huge huge{"#", "%41", ""};
-    const std::string text = huge.text();
-    const std::string decoded = huge.of("A");
-    std::string result;
-    inMemory(3, utf32(huge.times(), 3),
-             [&] { result = IRI(text).getFragmentUtf8(Encoding::Decoded); });
-    EXPECT_TRUE(result == decoded);
+    struct Row {
+        Huge huge;
+        const char* decodedPiece;
+        char16_t decodedUnit;
+        double factor;
+        double factorInUtf16;
+    };
+    constexpr Row rows[] = {
+        {{"#", "%41", ""}, "A", u'A', 2, 8.7},
+        {{"#", "%E9", ""}, "é", u'é', 14.4, 14.4},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(testing::Message() << row.huge);
+        const std::string text = row.huge.text();
+        const std::string decoded = row.huge.of(row.decodedPiece);
+        std::string result;
+        inMemory(row.factor, text.size(),
+                 [&] { result = IRI(text).getFragmentUtf8(Encoding::Decoded); });
+        EXPECT_TRUE(result == decoded);
+        std::u16string wide;
+        inMemory(row.factorInUtf16, text.size(),
+                 [&] { wide = IRI(text).getFragment(Encoding::Decoded); });
+        EXPECT_TRUE(wide == std::u16string(row.huge.times(), row.decodedUnit));
+    }
 }
 
 TEST(IRIHuge, percentSignsAreRepairedInASmallMultipleOfTheirMemory)
@@ -196,7 +233,7 @@ TEST(IRIHuge, percentSignsAreRepairedInASmallMultipleOfTheirMemory)
     const std::string text = huge.text();
     const std::string repaired = huge.of("%25zz%25%25");
     std::string result;
-    inMemory(3.2, utf32(huge.times(), 11),
+    inMemory(2.5, repaired.size(),
              [&] { result = IRI(text).getFragmentUtf8(Encoding::IriStrict); });
     EXPECT_TRUE(result == repaired);
 }
