@@ -85,6 +85,9 @@ public:
     ///         "User Info requires a host";
     ///         "Port requires a host";
     ///         "Path cannot be relative if authority present"
+    /// @throws std::out_of_range (as `boost::wrapexcept`) "Invalid UTF-32 code point U+0x110000
+    ///         encountered while trying to encode UTF-16 sequence", after those, if the query is
+    ///         form-encoded and was given such an element as UTF-32
     /// @complexity Linear in the length of the components.
     explicit IRI(const IRIArgs& args);
 

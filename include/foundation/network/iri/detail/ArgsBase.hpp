@@ -38,7 +38,8 @@ public:
     ///
     /// @throws core::except::AnonymousInternalException<std::exception> with the transcoder's
     ///         message, if UTF-8 or UTF-16 is not valid; nothing has changed then. UTF-32 is taken
-    ///         as it is; what is no code point fails when the component is read.
+    ///         as it is; what is no code point fails when the component is read, or when a
+    ///         form-encoded query is built.
     void setScheme(String text);
     void setScheme(const std::string& utf8);
     void setScheme(const std::u16string& utf16);

@@ -165,8 +165,7 @@ namespace detail {
         /// @}
 
         /// Whether both are empty, or all components are present on both sides or on neither, with
-        /// the same texts in
-        /// the form in which the left side stores them.
+        /// the same texts in the form in which the left side stores them.
         /// @throws what the transcoders throw, if the right side cannot be converted to that form
         bool operator==(const StringParts& other) const;
 
