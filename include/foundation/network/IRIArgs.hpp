@@ -48,6 +48,9 @@ public:
     /// text makes the component present and empty. `setQuery` replaces the text of
     /// `appendQueryKeyValuePair`, but the query goes on to be built as if it carried its escapes.
     ///
+    /// A host is a name or an IPv4 address here. Of an IP literal the brackets and colons are escaped,
+    /// so that "[::1]" becomes "%5B%3A%3A1%5D": make such an IRI from a text.
+    ///
     /// @returns this, so that calls can be chained
     /// @throws core::except::AnonymousInternalException<std::exception> with the transcoder's
     ///         message, if the text is not valid in its encoding; nothing has changed then
