@@ -39,6 +39,9 @@ TEMPLATE, {host} or {path:decoded} stands for a field, and nothing if that is
 absent; {{ and }} for braces, and \t, \n, \0 and \\ for what they mean in most
 languages.
 
+A field is printable, as with "iri parse". The text of a TEMPLATE is not, so that
+tabs are tabs: a decoded path may bring line feeds, and what a terminal obeys.
+
 A field that is absent gives an empty line, and the exit code tells. What is no
 IRI is reported on standard error and gives no line. To keep a line for each
 line, use "iri map get".

@@ -91,8 +91,9 @@ is UTF-8: of a column that is carried through and is not, each such byte is
 written as \xFF and each backslash as \\, and in JSON, escaped is true.
 
 Values are printable by default (as with "iri parse"), and what is absent is
-empty. With --tsv, what is absent is \N. With --json, what is absent or has no
-answer is null.
+empty. The text of a TEMPLATE is one value, so that its tabs show as \t but with
+-0; for columns, give several fields instead. With --tsv, what is absent is \N.
+With --json, what is absent or has no answer is null.
 
 --with-error adds the columns error and offset: what is wrong with the record,
 as one of the codes of "iri help check" or as undecodable (a component whose
