@@ -62,6 +62,15 @@ class HeadersTest(unittest.TestCase):
         wanted = "class API X : public a::B {\n  std::vector<int> b;\n"
         self.assertEqual(header.without_instantiations(text), wanted)
 
+    def test_each_member_of_a_group_gets_the_comment(self):
+        text = ("    /// @{\n    /// Brief.\n    ///\n    /// @returns one\n    int a(int x,\n"
+                "          int y); // why\n    int b();\n\n    int c();\n    /// @}\n    int d();\n")
+        comment = "/** Brief. <p> @returns one */"
+        wanted = ("\n    /// Brief.\n    ///\n    /// @returns one\n    int a(int x,\n"
+                  f"          int y); // why\n{comment}    int b();\n\n{comment}    int c();\n\n"
+                  "    int d();\n")
+        self.assertEqual(header.without_groups(text), wanted)
+
 
 if __name__ == "__main__":
     unittest.main()
