@@ -2,7 +2,10 @@
 
 #include <foundation/core/except/Exception.hpp>
 
+#include <boost/asio/detail/socket_ops.hpp>
 #include <boost/system/system_error.hpp>
+
+#include <array>
 
 namespace foundation::network::address {
 
@@ -25,34 +28,40 @@ namespace {
             std::system_error(code.value(), category));
     }
 
-    template <class Question>
-    Tcp::resolver::results_type ask(Question question)
-    {
-        try {
-            boost::asio::io_context context;
-            Tcp::resolver resolver(context);
-            return question(resolver);
-        } catch (const boost::system::system_error& failure) {
-            fail(failure.code());
-        }
-    }
-
 } // namespace
 
 Tcp::resolver::results_type lookUp(const std::string& name, Tcp::resolver::flags flags)
 {
-    auto results = ask([&](Tcp::resolver& resolver) { return resolver.resolve(name, "", flags); });
-    // For a failure that Boost has no code for it takes errno, which may say that there was none.
-    if (results.empty())
-        fail(boost::asio::error::no_recovery);
-    return results;
+    try {
+        boost::asio::io_context context;
+        Tcp::resolver resolver(context);
+        auto results = resolver.resolve(name, "", flags);
+        // For a failure that Boost has no code for it takes errno, which may say that there was none.
+        if (results.empty())
+            fail(boost::asio::error::no_recovery);
+        return results;
+    } catch (const boost::system::system_error& failure) {
+        fail(failure.code());
+    }
 }
 
+// This asks as the resolver does, with what the resolver is made of: such a failure without a code
+// the resolver takes for an answer, which is then whatever stood in a buffer that it never cleared.
 std::string lookUp(const boost::asio::ip::address& address)
 {
-    const auto results =
-        ask([&](Tcp::resolver& resolver) { return resolver.resolve(Tcp::endpoint(address, 0)); });
-    return results.begin()->host_name();
+    const Tcp::endpoint endpoint(address, 0);
+    std::array<char, NI_MAXHOST> host{};
+    std::array<char, NI_MAXSERV> service{};
+    boost::system::error_code failure;
+    boost::asio::detail::socket_ops::sync_getnameinfo(endpoint.data(), endpoint.size(), host.data(),
+                                                      host.size(), service.data(), service.size(),
+                                                      endpoint.protocol().type(), failure);
+    if (failure)
+        fail(failure);
+    // The service is told after the host, and always is, if only as "0".
+    if (service.front() == '\0')
+        fail(boost::asio::error::no_recovery);
+    return host.data();
 }
 
 } // namespace foundation::network::address

@@ -5,7 +5,7 @@
 
 #include <string>
 
-/// The synchronous questions to the name service. Each has a context and a resolver of its own, and
+/// The synchronous questions to the name service. Nothing is shared between two of them, and each
 /// blocks until it is answered.
 namespace foundation::network::address {
 

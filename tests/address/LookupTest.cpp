@@ -218,6 +218,20 @@ namespace {
         }
     }
 
+    // The buffers for the answer are as they were then, and nothing of them is one.
+    TEST_F(Lookup, failureOfAReverseLookupWithoutAnyCodeIsOneForGood)
+    {
+        const InetAddress address(std::string("192.0.2.7"));
+        nameService().names["192.0.2.7"] = "seven.example";
+        EXPECT_EQ(address.getHostName(), "seven.example");
+        for (const NameServiceFailure& row : failuresWithoutCode()) {
+            SCOPED_TRACE(row.answer);
+            nameService().reverseFailure = row.answer;
+            expectFailure(row, [&] { address.getHostName(); });
+            expectFailure(row, [&] { address.getCanonicalHostName(); });
+        }
+    }
+
     TEST_F(Lookup, failureIsTakenByEachOfItsHandlers)
     {
         namespace handlers = core::except::tests;

@@ -59,6 +59,12 @@ TRY_AGAIN = {
     "text": "Host not found (non-authoritative), try again later",
 }
 
+NO_RECOVERY = {
+    "category": "asio.netdb",
+    "value": 3,
+    "text": "A non-recoverable error occurred during database lookup",
+}
+
 SERVFAIL = 2
 REFUSED = 5
 
@@ -303,6 +309,13 @@ class NamesTest(unittest.TestCase):
         ]:
             with self.subTest(address):
                 self.assertEqual(ask("name", address), expected)
+
+    def test_a_name_of_an_address_that_is_too_long(self):
+        longest = ".".join(["a" * 63] * 16)  # and no buffer for names has room for one more
+        self.files("127.0.0.1", f"192.0.2.1 {longest}\n192.0.2.2 {longest}.b\n")
+        self.assertEqual(ask("name", "192.0.2.1"), longest)
+        self.assertEqual(ask("name", "192.0.2.2"), NO_RECOVERY)
+        self.assertEqual(ask("canonical", "192.0.2.2"), NO_RECOVERY)
 
     def test_canonical_names(self):
         self.add_link("192.0.2.1/24", "2001:db8::1/64")
