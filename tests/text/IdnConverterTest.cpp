@@ -256,7 +256,6 @@ namespace {
         return result;
     }
 
-    // RFC 1035, 2.3.4 allows 63 octets for a label and, as text, 253 for a name.
     // Between two lone surrogates stands a character that the mapping drops. ICU then takes the two for
     // one character, which no name may hold, and says nothing. Who reads the ASCII form is told.
     TEST(IdnConverter, joinsLoneSurrogatesThatTheMappingBringsTogether)
@@ -270,6 +269,7 @@ namespace {
         EXPECT_EQ(converter.toAscii(together).find("xn--"), std::string::npos);
     }
 
+    // RFC 1035, 2.3.4 allows 63 octets for a label and, as text, 253 for a name.
     TEST(IdnConverter, takesLabelsAndNamesOfAnyLength)
     {
         const IdnConverter converter;
