@@ -382,6 +382,23 @@ namespace {
         EXPECT_TRUE(InetAddress("ff02::1%2000000001"s).isMulticast());
     }
 
+    TEST(InetAddress, takesTheScopesThatTheSystemKnows)
+    {
+        for (const auto& row : scopedAddressTexts()) {
+            const std::string& text = row.first;
+            const std::string& printed = row.second;
+            SCOPED_TRACE(text);
+            if (printed.empty()) {
+                EXPECT_EQ(failureOf([&] { InetAddress address(text); }),
+                          badAddress(refusalOf(text)));
+                continue;
+            }
+            const InetAddress address(text);
+            EXPECT_EQ(address.toString(), printed);
+            EXPECT_EQ(InetAddress(printed).toString(), printed);
+        }
+    }
+
     TEST(InetAddress, copiesAndMovesAreTheSameAddress)
     {
         const InetAddress original("192.0.2.1"s);

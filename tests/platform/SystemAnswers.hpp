@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 /// What the systems answer differently, for the tests that run on each of them. The folder of each
@@ -41,6 +42,10 @@ bool isTypeInformationShared();
 /// Texts that the parser of this system takes for addresses and that of another does not, each with
 /// the address.
 std::map<std::string, std::string> ownAddressTexts();
+
+/// Texts whose scope the systems take differently, each with what the address shows, or with nothing if
+/// the text is refused.
+std::vector<std::pair<std::string, std::string>> scopedAddressTexts();
 
 /// The failure with which a text is refused that is no address: that of the parser of addresses or,
 /// if this system's parser takes the text for IPv4, that of the second, strict check.

@@ -45,9 +45,13 @@ public:
     ///         of bytes, if there are neither 0, 4 nor 16
     explicit InetAddress(const std::vector<unsigned char>& bytes);
 
-    /// The address that a text shows: IPv6 as in RFC 4291, 2.2, with "%" and a scope if need be (a
-    /// number or the name of an interface), or four decimal numbers with dots between them. A scope
-    /// that is neither is left out. A text ends at its first NUL.
+    /// The address that a text shows: IPv6 as in RFC 4291, 2.2, with "%" and a scope if need be, or
+    /// four decimal numbers with dots between them. A text ends at its first NUL.
+    ///
+    /// A scope is a number, or, with a link-local address or group (RFC 4007, 11), the name of an
+    /// interface, if the system takes names there, as Linux does and Windows does not. Windows
+    /// refuses all else; Linux reads the number with which it begins, and leaves it out if there is
+    /// none.
     ///
     /// No name is looked up here; `getByName` takes both.
     ///
@@ -126,8 +130,8 @@ public:
 
     /// @{
     /// The address as text, never the remembered name: decimal numbers and dots, or the short form of
-    /// RFC 5952, with "%" and the scope if it has one. The scope of a link-local address shows as the
-    /// name of that interface, if there is one.
+    /// RFC 5952, with "%" and the scope if it has one. The scope of a link-local address or group
+    /// shows as the name of that interface, if there is one, and on Windows always as its number.
     std::string toString() const;
     std::string getHostAddress() const;
     /// @}

@@ -60,6 +60,23 @@ std::map<std::string, std::string> ownAddressTexts()
     return {};
 }
 
+std::vector<std::pair<std::string, std::string>> scopedAddressTexts()
+{
+    // The first interface is there in every network.
+    return {
+        {"fe80::1%lo", "fe80::1%lo"},
+        {"fe80::1%1", "fe80::1%lo"},
+        {"ff02::1%lo", "ff02::1%lo"}, // a group of the link
+        {"ff02::1%1", "ff02::1%lo"},
+        {"ff05::1%1", "ff05::1%1"}, // of the site, which is no interface
+        {"ff05::1%lo", "ff05::1"},
+        {"::1%lo", "::1"},
+        {"fe80::1%no such link", "fe80::1"},
+        {"fe80::1%", "fe80::1"},
+        {"fe80::1%2000000001x", "fe80::1%2000000001"},
+    };
+}
+
 std::string refusalOf(std::string_view /*text*/)
 {
     return "Invalid argument [system:22]";

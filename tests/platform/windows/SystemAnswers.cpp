@@ -67,6 +67,19 @@ std::map<std::string, std::string> ownAddressTexts()
     return {{"[::1]", "::1"}, {"[::1]:80", "::1"}, {"1.2.3.4:80", "1.2.3.4"}};
 }
 
+std::vector<std::pair<std::string, std::string>> scopedAddressTexts()
+{
+    return {
+        {"fe80::1%1", "fe80::1%1"},
+        {"ff02::1%1", "ff02::1%1"},
+        {"ff05::1%1", "ff05::1%1"},
+        {"fe80::1%lo", ""},
+        {"::1%lo", ""},
+        {"fe80::1%", ""},
+        {"fe80::1%2000000001x", ""},
+    };
+}
+
 std::string refusalOf(std::string_view text)
 {
     // What the parser takes besides four decimal parts.
