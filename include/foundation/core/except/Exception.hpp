@@ -13,9 +13,10 @@
 ///
 /// A failure of input or of the system is thrown as `AnonymousInternalException<E>`, where `E` is
 /// the standard exception that fits. Not of this family are `std::out_of_range` (as
-/// `boost::wrapexcept`), for bad UTF-16 and for code points that cannot be written; the plain
-/// `std::runtime_error` of a missing component in `IRI::toString` and `IRI::toAsciiString`; and what
-/// the containers throw for want of memory.
+/// `boost::wrapexcept`), for bad UTF-16, for code points that cannot be written and for a prefix
+/// length that is too large; `network::IdnConverterException`; the plain `std::runtime_error` of a
+/// missing component in `IRI::toString` and `IRI::toAsciiString`; and what the containers throw for
+/// want of memory.
 ///
 /// A handler may name a member of the family as that type, as `IInternalException`, `IException` or
 /// `boost::exception`, as `E` or any base of `E`. It can be copied, kept in a `boost::exception_ptr`
