@@ -46,7 +46,8 @@ public:
     explicit InetAddress(const std::vector<unsigned char>& bytes);
 
     /// The address that a text shows: IPv6 as in RFC 4291, 2.2, with "%" and a scope if need be, or
-    /// four decimal numbers with dots between them. A text ends at its first NUL.
+    /// four decimal numbers with dots between them. A text ends at its first NUL. Windows takes
+    /// brackets around IPv6 as well, and a port behind either, and drops them.
     ///
     /// A scope is a number, or, with a link-local address or group (RFC 4007, 11), the name of an
     /// interface, if the system takes names there, as Linux does and Windows does not. Windows
@@ -152,7 +153,8 @@ private:
 /// comes in the form of `idn_to_ascii`.
 ///
 /// @throws core::except::AnonymousInternalException<std::system_error> "Call to GetComputerName
-///         failed.", ": " and the system's text, with the system's code
+///         failed.", ": " and the system's text, with the system's code; on Windows also if the name
+///         has more than 31 units of UTF-16
 /// @throws IdnConverterException as `idn_to_ascii` does
 ZKFLNETWORK_API std::string getLocalHostName();
 

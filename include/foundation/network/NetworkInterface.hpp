@@ -53,11 +53,12 @@ public:
     std::string getIdentifier() const;
 
     /// The name under which people know the adapter, such as "eth0"; the identifier, if it has none.
-    /// A name whose bytes are not UTF-8 shows U+FFFD in place of those outside ASCII.
+    /// A name whose bytes are not UTF-8 shows U+FFFD in place of those outside ASCII, and on Windows
+    /// one that is not UTF-16 in place of each surrogate that stands alone.
     std::u16string getFriendlyName() const;
 
-    /// What the system tells about the adapter: the alias that somebody gave it, or else its driver.
-    /// May be empty.
+    /// What the system tells about the adapter: on Linux the alias that somebody gave it, or else its
+    /// driver, and on Windows what it calls the description. May be empty.
     std::u16string getDescription() const;
 
     /// The link-layer address; empty for a loopback adapter and for one that has none.
