@@ -6,7 +6,7 @@
 
 /// A name service for tests. Whoever links this and ReplacedNameService.cpp of the system's folder
 /// replaces `getaddrinfo` and `getnameinfo` for the whole program, and nothing is asked of the real
-/// one.
+/// one; and one of the functions of the system that Boost needs to get ready.
 namespace foundation::network::tests {
 
 /// What the name service knows, and what it was asked.
@@ -18,6 +18,7 @@ struct InventedNameService {
     int forwardFailure = 0;                            ///< what `getaddrinfo` answers, unless 0
     int reverseFailure = 0;                            ///< what `getnameinfo` answers, unless 0
     int systemFailure = 0; ///< what both leave as the system's last error
+    int setUpFailure = 0;  ///< the system's error where Boost gets ready to ask, unless 0
     std::vector<std::string> questions;
 };
 

@@ -8,6 +8,7 @@
 #include "platform/SystemAnswers.hpp"
 #include "text/Failure.hpp"
 
+#include <boost/system/system_error.hpp>
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -230,6 +231,29 @@ namespace {
             expectFailure(row, [&] { address.getHostName(); });
             expectFailure(row, [&] { address.getCanonicalHostName(); });
         }
+    }
+
+    // Boost could not even begin: its exception passes as it is, and nothing was asked.
+    TEST_F(Lookup, failureToGetReadyIsThatOfBoost)
+    {
+        nameService().addresses["host"] = {"192.0.2.7"};
+        for (const int code : systemFailures()) {
+            nameService().setUpFailure = code;
+            for (const std::function<void()>& operation :
+                 {std::function<void()>([] { InetAddress::getByName("host"); }),
+                  std::function<void()>([] { InetAddress::getAllByName("host"); })}) {
+                try {
+                    operation();
+                    ADD_FAILURE() << "threw nothing";
+                } catch (const boost::system::system_error& failure) {
+                    EXPECT_EQ(failure.code(),
+                              boost::system::error_code(code, boost::system::system_category()));
+                }
+            }
+            EXPECT_EQ(questions(), Texts{});
+        }
+        nameService().setUpFailure = 0;
+        EXPECT_EQ(InetAddress::getByName("host").toString(), "192.0.2.7");
     }
 
     TEST_F(Lookup, failureIsTakenByEachOfItsHandlers)

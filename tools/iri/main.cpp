@@ -8,6 +8,8 @@
 
 #include <foundation/network/IdnConverter.hpp>
 
+#include <boost/system/system_error.hpp>
+
 #include <new>
 #include <string>
 #include <string_view>
@@ -112,6 +114,9 @@ ExitCode run(const Arguments& words, Output& output)
     try {
         return verb->run(rest, output);
     } catch (const foundation::network::IdnConverterException& failure) {
+        output.reportError(failure.what());
+        return ExitCode::System;
+    } catch (const boost::system::system_error& failure) {
         output.reportError(failure.what());
         return ExitCode::System;
     }

@@ -1,8 +1,12 @@
-// The C library's functions by which names are looked up, replaced for the whole program.
+// The C library's functions by which names are looked up, replaced for the whole program; and the one
+// with which Boost begins to make a context.
+
+#include <cstring>
 
 #include <arpa/inet.h>
 #include <netdb.h>
 #include <netinet/in.h>
+#include <pthread.h>
 #include <sys/socket.h>
 
 #include "address/InventedNameService.ipp"
@@ -27,4 +31,11 @@ extern "C" int getnameinfo(const sockaddr* address, socklen_t, char* host, sockl
                            char* service, socklen_t serviceSize, int flags)
 {
     return tests::inventedReverseLookup(address, {host, hostSize}, {service, serviceSize}, flags);
+}
+
+// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name): names for readers
+extern "C" int pthread_condattr_init(pthread_condattr_t* attributes) noexcept
+{
+    std::memset(attributes, 0, sizeof *attributes); // as glibc does
+    return tests::nameService().setUpFailure;
 }
