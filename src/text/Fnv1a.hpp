@@ -11,43 +11,68 @@ namespace foundation::network::text {
 inline constexpr std::uint64_t FNV_OFFSET_BASIS = 0xcbf29ce484222325U;
 inline constexpr std::uint64_t FNV_PRIME = 0x100000001b3U;
 
-/// The hash of the elements of a range; that of the empty text is `FNV_OFFSET_BASIS`.
-template <class Elements>
-std::uint64_t fnv1aOf(const Elements& elements) noexcept
-{
-    // A zero byte only multiplies, so the multiplications of a run of zero bytes are one.
-    constexpr std::uint64_t PRIME_2 = FNV_PRIME * FNV_PRIME;
-    constexpr std::uint64_t PRIME_3 = PRIME_2 * FNV_PRIME;
-    constexpr std::uint64_t PRIME_4 = PRIME_2 * PRIME_2;
+/// A hash that elements are added to one after the other.
+///
+/// A zero byte only multiplies, so the multiplications of a run of zero bytes are one.
+class Fnv1a {
+public:
+    /// An element below 0x100.
+    void addByte(std::uint32_t element) noexcept { hash_ = (hash_ ^ element) * PRIME_4; }
 
-    std::uint64_t hash = FNV_OFFSET_BASIS;
-    for (const char32_t unit : elements) {
-        if (unit < 0x100) {
-            hash = (hash ^ unit) * PRIME_4;
-            continue;
-        }
-        hash = (hash ^ (unit & 0xFF)) * FNV_PRIME;
-        if (unit < 0x10000) {
-            hash = (hash ^ (unit >> 8)) * PRIME_3;
-            continue;
-        }
-        hash = (hash ^ ((unit >> 8) & 0xFF)) * FNV_PRIME;
-        hash = (hash ^ ((unit >> 16) & 0xFF)) * FNV_PRIME;
-        hash = (hash ^ (unit >> 24)) * FNV_PRIME;
+    /// An element below 0x10000.
+    void addTwoBytes(std::uint32_t element) noexcept
+    {
+        hash_ = (hash_ ^ (element & 0xFF)) * FNV_PRIME;
+        hash_ = (hash_ ^ (element >> 8)) * PRIME_3;
     }
-    return hash;
-}
+
+    /// Any element.
+    void add(std::uint32_t element) noexcept
+    {
+        if (element < 0x100)
+            return addByte(element);
+        if (element < 0x10000)
+            return addTwoBytes(element);
+        for (int i = 0; i < 4; ++i, element >>= 8)
+            hash_ = (hash_ ^ (element & 0xFF)) * FNV_PRIME;
+    }
+
+    std::uint64_t value() const noexcept { return hash_; }
+
+private:
+    static constexpr std::uint64_t PRIME_2 = FNV_PRIME * FNV_PRIME;
+    static constexpr std::uint64_t PRIME_3 = PRIME_2 * FNV_PRIME;
+    static constexpr std::uint64_t PRIME_4 = PRIME_2 * PRIME_2;
+
+    std::uint64_t hash_ = FNV_OFFSET_BASIS;
+};
 
 /// @{
-/// The hash of a text, in UTF-32 or in lax UTF-8; the same for both.
+/// The hash of a text, in UTF-32 or in lax UTF-8; the same for both. That of the empty text is
+/// `FNV_OFFSET_BASIS`.
 inline std::uint64_t fnv1a(std::u32string_view text) noexcept
 {
-    return fnv1aOf(text);
+    Fnv1a hash;
+    for (const char32_t element : text)
+        hash.add(element);
+    return hash.value();
 }
 
 inline std::uint64_t fnv1a(std::string_view lax) noexcept
 {
-    return fnv1aOf(LaxUtf8View(lax));
+    Fnv1a hash;
+    const LaxUtf8View elements(lax);
+    for (LaxUtf8Iterator at = elements.begin(); at != elements.end(); ++at) {
+        // The lead is asked once for everything, since texts change between scripts all the time.
+        const unsigned char lead = byteAt(at.base());
+        if (lead < 0x80)
+            hash.addByte(lead);
+        else if (lead < 0xF0)
+            hash.addTwoBytes(*at);
+        else
+            hash.add(*at);
+    }
+    return hash.value();
 }
 /// @}
 
