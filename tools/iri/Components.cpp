@@ -43,28 +43,18 @@ namespace {
         return components.authority.text.substr(0, components.authority.text.size() - behind);
     }
 
-    struct Setter {
-        void (*set)(IRIArgs& args, const std::string& text);
-        void (*clear)(IRIArgs& args);
-    };
+    using Setter = void (*)(IRIArgs& args, const std::string& text);
 
     // In the order of `Part`.
-    constexpr std::array<Setter, PART_COUNT> SETTERS{{
-        {[](IRIArgs& args, const std::string& text) { args.setScheme(text); },
-         [](IRIArgs& args) { args.clearScheme(); }},
-        {[](IRIArgs& args, const std::string& text) { args.setUserInfo(text); },
-         [](IRIArgs& args) { args.clearUserInfo(); }},
-        {[](IRIArgs& args, const std::string& text) { args.setHost(text); },
-         [](IRIArgs& args) { args.clearHost(); }},
-        {[](IRIArgs& args, const std::string& text) { args.setPort(text); },
-         [](IRIArgs& args) { args.clearPort(); }},
-        {[](IRIArgs& args, const std::string& text) { args.setPath(text); },
-         [](IRIArgs& args) { args.clearPath(); }},
-        {[](IRIArgs& args, const std::string& text) { args.setQuery(text); },
-         [](IRIArgs& args) { args.clearQuery(); }},
-        {[](IRIArgs& args, const std::string& text) { args.setFragment(text); },
-         [](IRIArgs& args) { args.clearFragment(); }},
-    }};
+    constexpr std::array<Setter, PART_COUNT> SETTERS{
+        [](IRIArgs& args, const std::string& text) { args.setScheme(text); },
+        [](IRIArgs& args, const std::string& text) { args.setUserInfo(text); },
+        [](IRIArgs& args, const std::string& text) { args.setHost(text); },
+        [](IRIArgs& args, const std::string& text) { args.setPort(text); },
+        [](IRIArgs& args, const std::string& text) { args.setPath(text); },
+        [](IRIArgs& args, const std::string& text) { args.setQuery(text); },
+        [](IRIArgs& args, const std::string& text) { args.setFragment(text); },
+    };
 
 } // namespace
 
@@ -128,12 +118,7 @@ std::string partSuggestion(std::string_view name)
 
 void setPart(IRIArgs& args, Part part, const std::string& text)
 {
-    SETTERS.at(part).set(args, text);
-}
-
-void clearPart(IRIArgs& args, Part part)
-{
-    SETTERS.at(part).clear(args);
+    SETTERS.at(part)(args, text);
 }
 
 } // namespace tool

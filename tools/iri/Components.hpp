@@ -63,7 +63,4 @@ std::string partSuggestion(std::string_view name);
 /// @throws what the setters of `IRIArgs` throw
 void setPart(foundation::network::IRIArgs& args, Part part, const std::string& text);
 
-/// Makes a component absent.
-void clearPart(foundation::network::IRIArgs& args, Part part);
-
 } // namespace tool

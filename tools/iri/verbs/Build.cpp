@@ -2,6 +2,7 @@
 
 #include "../Answers.hpp"
 #include "../Components.hpp"
+#include "../Composition.hpp"
 #include "../Forms.hpp"
 #include "../Json.hpp"
 #include "../Reading.hpp"
@@ -10,10 +11,8 @@
 #include "../Text.hpp"
 
 #include <foundation/network/IRI.hpp>
-#include <foundation/network/IRIArgs.hpp>
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -26,7 +25,6 @@ namespace tool::verbs {
 namespace {
 
     using foundation::network::IRI;
-    using foundation::network::IRIArgs;
 
     constexpr std::string_view USAGE = "iri build OPTION...";
 
@@ -41,8 +39,8 @@ namespace {
 one is escaped, and a "%" where two hexadecimal digits follow it. An option that is not given leaves its component
 out; an empty value makes it present and empty. If an option stands there twice,
 the last counts; but each --pair adds to the query, behind --query, and once a
-pair needed an escape, all of the query is taken to hold escapes already. The brackets of an IP literal are
-escaped as well, so that it can only come from an object of another form.
+pair needed an escape, all of the query is taken to hold escapes already. A host that is an IP literal, "[::1]",
+stays as it is.
 
 With --json and no component, each line of standard input is read as an object
 that "iri parse --json" writes: the members scheme, userInfo, host, port, path,
@@ -59,82 +57,9 @@ The answer is no if something makes no IRI, or its text does not read as it was
 built.
 )help";
 
-    using Given = std::array<std::optional<std::string>, PART_COUNT>;
-
-    struct Pair {
-        std::string key;
-        std::string value;
-    };
-
-    /// The text that the components make (RFC 3986, 5.3).
-    std::string compose(const Given& given)
-    {
-        std::string result;
-        if (given[SCHEME])
-            result.append(*given[SCHEME]).push_back(':');
-        if (given[HOST])
-            result.append("//");
-        if (given[USER_INFO])
-            result.append(*given[USER_INFO]).push_back('@');
-        if (given[HOST])
-            result.append(*given[HOST]);
-        if (given[PORT])
-            result.append(":").append(*given[PORT]);
-        if (given[PATH])
-            result.append(*given[PATH]);
-        if (given[QUERY])
-            result.append("?").append(*given[QUERY]);
-        if (given[FRAGMENT])
-            result.append("#").append(*given[FRAGMENT]);
-        return result;
-    }
-
-    /// Reads the text of components that carry their escapes.
-    Reading readComposed(const Given& given)
-    {
-        const std::string text = compose(given);
-        Reading reading = readIri(text);
-        if (reading.problem)
-            return {std::nullopt, "together they make no IRI: " + reading.why + " at byte "
-                                      + std::to_string(reading.problem->offset) + " of "
-                                      + text::excerpt(text)};
-
-        Components wanted;
-        for (std::size_t part = 0; part < PART_COUNT; ++part)
-            if (given[part])
-                wanted.parts[part] = {Component::State::Present, *given[part]};
-        wanted.parts[PATH].state = Component::State::Present;
-        const auto difference =
-            findDifference(wanted, readComponents(*reading.iri, formAsGiven().encoding));
-        if (difference)
-            return {std::nullopt, std::string("together they read as an IRI with another ")
-                                      .append(PART_NAMES[*difference].label)};
-        return reading;
-    }
-
-    /// Builds an IRI from components in plain text.
-    Reading buildPlain(const Given& given, const std::vector<Pair>& pairs)
-    {
-        IRIArgs args;
-        for (std::size_t part = 0; part < PART_COUNT; ++part)
-            if (given[part])
-                if (const auto refusal =
-                        refusalOf([&] { setPart(args, static_cast<Part>(part), *given[part]); }))
-                    return {std::nullopt, *refusal};
-        Reading result;
-        const auto refusal = refusalOf([&] {
-            for (const auto& [key, value] : pairs)
-                args.appendQueryKeyValuePair(key, value, false, false);
-            result.iri = IRI(args);
-        });
-        if (refusal)
-            return {std::nullopt, *refusal};
-        return result;
-    }
-
     /// Takes the components out of an object.
     /// @returns what is wrong with one; empty if nothing is
-    std::string takeComponents(const JsonObject& object, Given& given)
+    std::string takeComponents(const JsonObject& object, PartTexts& given)
     {
         for (std::size_t part = 0; part < PART_COUNT; ++part) {
             const std::string_view name = PART_NAMES[part].field;
@@ -179,16 +104,16 @@ built.
             if (form == nullptr)
                 return {std::nullopt, "form is none of those that \"iri parse\" knows"};
         }
-        Given given;
+        PartTexts given;
         if (const std::string problem = takeComponents(object, given); !problem.empty())
             return {std::nullopt, problem};
         if (form->encoding == IRI::Encoding::Decoded)
-            return buildPlain(given, {});
+            return buildIri(given, {});
         if (given[USER_INFO] && !given[HOST])
             return {std::nullopt, "User Info requires a host"};
         if (given[PORT] && !given[HOST])
             return {std::nullopt, "Port requires a host"};
-        return readComposed(given);
+        return readWritten(given);
     }
 
     bool answerObject(const Record& record, const Form& form, Answers& answers)
@@ -218,8 +143,8 @@ built.
 
 ExitCode build(const Arguments& arguments, Output& output)
 {
-    Given given;
-    std::vector<Pair> pairs;
+    PartTexts given;
+    std::vector<QueryPair> pairs;
     const Form* form = &formAsGiven();
     CommandLine commandLine("build", {EXAMPLES, USAGE, DETAILS});
     for (std::size_t part = 0; part < PART_COUNT; ++part)
@@ -256,7 +181,7 @@ ExitCode build(const Arguments& arguments, Output& output)
     ExitCode code = ExitCode::Yes;
     if (isGiven) {
         const Record nowhere;
-        const Reading reading = buildPlain(given, pairs);
+        const Reading reading = buildIri(given, {}, pairs);
         if (!reading.iri)
             answers.refuse(nowhere, nullptr, false, reading.why);
         if (!reading.iri || !answers.giveBuilt(nowhere, *reading.iri, *form))

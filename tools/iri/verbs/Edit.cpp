@@ -2,6 +2,7 @@
 
 #include "../Answers.hpp"
 #include "../Components.hpp"
+#include "../Composition.hpp"
 #include "../Forms.hpp"
 #include "../Reading.hpp"
 #include "../Records.hpp"
@@ -9,9 +10,7 @@
 #include "../Text.hpp"
 
 #include <foundation/network/IRI.hpp>
-#include <foundation/network/IRIArgs.hpp>
 
-#include <algorithm>
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -23,7 +22,6 @@ namespace tool::verbs {
 namespace {
 
     using foundation::network::IRI;
-    using foundation::network::IRIArgs;
 
     constexpr std::string_view USAGE = "iri edit OPTION... [--] [IRI...]";
 
@@ -39,14 +37,14 @@ like any other. The components are scheme, user-info (or userInfo), host, port,
 path, query and fragment. --set and --clear may stand there any number of times;
 they work in the order of the command line. To clear the host clears the port.
 
-The IRI is taken apart into plain text and built anew, as "iri build" does: what
---set sets is escaped, and in what is not changed an escape may be lost ("%2F"
-becomes "/"), the brackets of an IP literal are escaped, and a port loses its
-leading zeros. Which components that has rewritten is told on standard error.
+What --set sets is escaped, as "iri build" does, and as --form=iri-strict does if
+it cannot be read otherwise. A component that is not named stays as it is
+written, with its escapes.
 
 Prints the IRI, or with --json, an object a line as "iri parse --json" does, of
-the changed IRI. If its text is no IRI, or reads as other components, that is
-reported on standard error, and in JSON in error.
+the changed IRI. If the components together are no IRI, or read as others, as a
+path "//b" does without the host before it, there is none: that is reported on
+standard error, and in JSON in error.
 
 The answer is no if something is no IRI or cannot be changed like that.
 )help";
@@ -67,34 +65,25 @@ The answer is no if something is no IRI or cannot be changed like that.
         return "";
     }
 
-    IRI applied(const std::vector<Change>& changes, const IRI& iri)
+    /// The IRI with other components. What nobody names stays as it is written.
+    Reading applied(const std::vector<Change>& changes, const IRI& iri)
     {
-        IRIArgs args(iri);
-        for (const auto& [part, text] : changes)
-            if (text)
-                setPart(args, part, *text);
-            else
-                clearPart(args, part);
-        return IRI(args);
-    }
+        PartTexts written;
+        const Components components = readComponents(iri, formAsGiven().encoding);
+        for (std::size_t part = 0; part < PART_COUNT; ++part)
+            if (components.parts[part].state == Component::State::Present)
+                written[part] = components.parts[part].text;
 
-    /// The components that are written in another way, though nobody asked for it.
-    std::string describeRewritten(const std::vector<Change>& changes, const IRI& before,
-                                  const IRI& after)
-    {
-        const Components befores = readComponents(before, formAsGiven().encoding);
-        const Components afters = readComponents(after, formAsGiven().encoding);
-        std::string result;
-        for (std::size_t part = 0; part < PART_COUNT; ++part) {
-            const bool isChanged =
-                std::any_of(changes.begin(), changes.end(), [part](const Change& change) {
-                    return change.part == part || (change.part == HOST && part == PORT);
-                });
-            if (!isChanged && befores.parts.at(part).text != afters.parts.at(part).text)
-                result.append(result.empty() ? "rewritten: " : ", ")
-                    .append(PART_NAMES.at(part).label);
+        PartTexts plain;
+        for (const auto& [part, text] : changes) {
+            written[part].reset();
+            plain[part] = text;
+            if (part == HOST && !text) {
+                written[PORT].reset();
+                plain[PORT].reset();
+            }
         }
-        return result;
+        return buildIri(plain, std::move(written));
     }
 
     bool edit(const Record& record, const std::vector<Change>& changes, const Form& form,
@@ -105,14 +94,14 @@ The answer is no if something is no IRI or cannot be changed like that.
             answers.refuse(record, reading);
             return false;
         }
+        const Reading result = applied(changes, *reading.iri);
+        if (!result.iri) {
+            answers.fail(record, result.why);
+            return false;
+        }
         bool isGiven = false;
-        const auto refusal = refusalOf([&] {
-            const IRI result = applied(changes, *reading.iri);
-            const std::string rewritten = describeRewritten(changes, *reading.iri, result);
-            isGiven = answers.giveBuilt(record, result, form);
-            if (!rewritten.empty())
-                answers.report(record, rewritten);
-        });
+        const auto refusal =
+            refusalOf([&] { isGiven = answers.giveBuilt(record, *result.iri, form); });
         if (refusal)
             answers.fail(record, *refusal);
         return isGiven;
