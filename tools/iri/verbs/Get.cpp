@@ -42,6 +42,9 @@ languages.
 A field is printable, as with "iri parse". The text of a TEMPLATE is not, so that
 tabs are tabs: a decoded path may bring line feeds, and what a terminal obeys.
 
+The word behind FIELD is an IRI already: for several fields, use a TEMPLATE or
+"iri map get".
+
 A field that is absent gives an empty line, and the exit code tells. What is no
 IRI is reported on standard error and gives no line. To keep a line for each
 line, use "iri map get".
@@ -138,6 +141,20 @@ no IRI.
         Answers answers_;
     };
 
+    /// What to say if the first operand behind the field is the name of one too, and others follow:
+    /// it reads as an IRI all the same. Behind "--", it is meant as one.
+    std::string describeSecondField(const std::vector<Operand>& operands)
+    {
+        constexpr std::size_t FEWEST = 3;
+        if (operands.size() < FEWEST || operands[1].isVerbatim
+            || !bulk::findField(operands[1].text))
+            return "";
+        const std::string& first = operands[0].text;
+        const std::string& second = operands[1].text;
+        return second + " is taken for an IRI; for several fields: iri get -f '{" + first + "} {"
+               + second + "}', or iri map get " + first + " " + second;
+    }
+
 } // namespace
 
 ExitCode get(const Arguments& arguments, Output& output)
@@ -166,6 +183,8 @@ ExitCode get(const Arguments& arguments, Output& output)
         if (!field)
             return commandLine.refuse(bulk::noSuchField(operands.front().text), output);
         name = bulk::nameOf(*field);
+        if (const std::string remark = describeSecondField(operands); !remark.empty())
+            output.reportError(remark);
         operands.erase(operands.begin());
     }
 
