@@ -2,6 +2,7 @@
 #include "ExitCode.hpp"
 #include "Nearest.hpp"
 #include "Output.hpp"
+#include "Reading.hpp"
 #include "System.hpp"
 #include "Text.hpp"
 #include "Verbs.hpp"
@@ -10,6 +11,7 @@
 
 #include <boost/system/system_error.hpp>
 
+#include <array>
 #include <new>
 #include <string>
 #include <string_view>
@@ -58,23 +60,33 @@ Options:
     return result.append(tool::EXIT_CODES);
 }
 
-ExitCode refuse(std::string_view why, std::string_view word,
-                const std::vector<std::string_view>& names, Output& output)
+ExitCode refuse(std::string_view why, std::string_view word, std::string_view meant, Output& output)
 {
-    output.reportError(std::string(why)
-                           .append(": ")
-                           .append(tool::text::excerpt(word))
-                           .append(tool::suggestion(word, names)));
+    output.reportError(
+        std::string(why).append(": ").append(tool::text::excerpt(word)).append(meant));
     output.reportError("see: iri --help");
     return ExitCode::Usage;
 }
 
-ExitCode refuseVerb(std::string_view word, Output& output)
+/// What to say of an IRI that stands where a verb belongs; empty if it is none, or has no scheme, so
+/// that it may be anything.
+std::string suggestionForIri(const std::string& word)
+{
+    const tool::Reading reading = tool::readIri(word);
+    if (!reading.iri || !reading.iri->hasScheme())
+        return "";
+    // What a shell would read otherwise, or what is too long to be shown, is not repeated.
+    const bool isPlain = word.find('\'') == std::string::npos && tool::text::excerpt(word) == word;
+    return "; did you mean: iri parse " + (isPlain ? "'" + word + "'" : "IRI");
+}
+
+ExitCode refuseVerb(const std::string& word, Output& output)
 {
     std::vector<std::string_view> names{"help"};
     for (const Verb& verb : tool::allVerbs())
         names.push_back(verb.name);
-    return refuse("no such verb", word, names, output);
+    const std::string meant = tool::suggestion(word, names);
+    return refuse("no such verb", word, meant.empty() ? suggestionForIri(word) : meant, output);
 }
 
 ExitCode help(const Arguments& words, Output& output)
@@ -107,7 +119,10 @@ ExitCode run(const Arguments& words, Output& output)
         return ExitCode::Yes;
     }
     if (first.starts_with('-'))
-        return refuse("no such option", first, {"--help", "--version"}, output);
+        return refuse(
+            "no such option", first,
+            tool::suggestion(first, std::array<std::string_view, 2>{"--help", "--version"}),
+            output);
     const Verb* const verb = tool::findVerb(first);
     if (verb == nullptr)
         return refuseVerb(first, output);
