@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <charconv>
 #include <iterator>
+#include <limits>
 
 namespace tool {
 namespace {
@@ -25,6 +26,16 @@ namespace {
     std::string longName(std::string_view names)
     {
         return std::string(names.substr(names.rfind(',') + 1));
+    }
+
+    constexpr std::uint64_t NO_LIMIT = std::numeric_limits<std::uint64_t>::max();
+
+    // Where no number is too large for its use, the largest that is read is no news to anyone.
+    std::string rangeName(std::uint64_t least, std::uint64_t most)
+    {
+        if (most == NO_LIMIT)
+            return "a whole number of at least " + std::to_string(least);
+        return "a number from " + std::to_string(least) + " to " + std::to_string(most);
     }
 
     std::string joined(const std::vector<std::string>& names)
@@ -83,10 +94,13 @@ void CommandLine::addNumber(const std::string& name, const std::string& placehol
         std::uint64_t number = 0;
         const char* const end = value.data() + value.size();
         const auto [stop, error] = std::from_chars(value.data(), end, number);
+        const bool isTooLarge =
+            error == std::errc::result_out_of_range && stop == end && most == NO_LIMIT;
         if (error != std::errc() || stop != end || number < least || number > most)
-            throw CLI::ValidationError(longName(name), "not a number from " + std::to_string(least)
-                                                           + " to " + std::to_string(most) + ": "
-                                                           + text::excerpt(value));
+            throw CLI::ValidationError(
+                longName(name),
+                (isTooLarge ? "too large a number: " : "not " + rangeName(least, most) + ": ")
+                    + text::excerpt(value));
         target = number;
     };
     app_->add_option_function<std::string>(name, read)
