@@ -97,14 +97,17 @@ here.
         return length;
     }
 
-    /// What the library says against an address with this prefix length; empty if nothing.
+    /// What the library says against an address with this prefix length, and which would be the
+    /// largest; empty if nothing.
     std::string checkPrefixLength(const InetAddress& address, unsigned short length)
     {
         try {
             const InterfaceAddress carried(address, length);
             return "";
         } catch (const std::out_of_range& refusal) {
-            return refusal.what();
+            constexpr std::size_t BITS = 8;
+            return std::string(refusal.what()) + ", "
+                   + std::to_string(BITS * address.bytes().size()) + " is the largest";
         }
     }
 
