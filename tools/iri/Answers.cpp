@@ -217,26 +217,6 @@ void Answers::giveComponents(std::string_view text, const foundation::network::I
     end();
 }
 
-ExitCode Answers::answerEach(
-    Records& records, const std::function<std::string(const foundation::network::IRI&)>& make)
-{
-    ExitCode code = ExitCode::Yes;
-    for (Record record; records.next(record);) {
-        const Reading reading = readIri(record.text);
-        std::string result;
-        if (!reading.iri) {
-            refuse(record, reading);
-            code = ExitCode::No;
-        } else if (const auto refusal = refusalOf([&] { result = make(*reading.iri); })) {
-            fail(record, *refusal);
-            code = ExitCode::No;
-        } else {
-            give(record, result);
-        }
-    }
-    return code;
-}
-
 void Answers::report(const Record& record, std::string_view why)
 {
     std::string message;

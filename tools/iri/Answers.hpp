@@ -1,7 +1,6 @@
 #pragma once
 
 #include "Components.hpp"
-#include "ExitCode.hpp"
 #include "Forms.hpp"
 #include "MemberWriter.hpp"
 #include "Output.hpp"
@@ -11,7 +10,6 @@
 
 #include <foundation/network/IRI.hpp>
 
-#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -82,12 +80,6 @@ public:
     /// @param error  what is wrong with it nevertheless; empty if nothing is
     void giveComponents(std::string_view text, const foundation::network::IRI& iri,
                         const Form& form, const Components& components, std::string_view error);
-
-    /// Does something with each record that is an IRI, and gives what @p make makes of it, or what
-    /// the library says against it.
-    /// @returns whether all went well
-    ExitCode answerEach(Records& records,
-                        const std::function<std::string(const foundation::network::IRI&)>& make);
 
     /// Prints to standard error what is wrong with a record.
     void report(const Record& record, std::string_view why);

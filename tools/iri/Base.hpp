@@ -5,6 +5,7 @@
 
 #include <foundation/network/IRI.hpp>
 
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -24,6 +25,12 @@ public:
 
     /// The base that was read.
     const foundation::network::IRI& iri() const noexcept { return iri_; }
+
+    /// Relates an IRI to the base in some way.
+    /// @returns the library's own words, if it refuses; but if a component cannot be decoded, whose
+    ///          and which one; else nothing
+    std::optional<std::string> refusalOf(const foundation::network::IRI& related,
+                                         const std::function<void()>& work) const;
 
 private:
     std::optional<std::string> text_;

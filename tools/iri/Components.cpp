@@ -100,6 +100,17 @@ std::optional<Part> findDifference(const Components& left, const Components& rig
     return std::nullopt;
 }
 
+std::string describeUndecodable(const Components& components)
+{
+    std::string result;
+    for (std::size_t part = 0; part < PART_COUNT; ++part)
+        if (components.parts[part].state == Component::State::Undecodable)
+            result.append(result.empty() ? "cannot decode " : ", ").append(PART_NAMES[part].label);
+    if (!result.empty())
+        result.append(": the escapes stand for bytes that are not UTF-8");
+    return result;
+}
+
 std::optional<Part> findPart(std::string_view name) noexcept
 {
     for (std::size_t part = 0; part < PART_COUNT; ++part)

@@ -53,6 +53,9 @@ Components readComponents(const foundation::network::IRI& iri,
 /// the same.
 std::optional<Part> findDifference(const Components& left, const Components& right);
 
+/// What to say of the components that cannot be decoded; empty if all can.
+std::string describeUndecodable(const Components& components);
+
 /// The component of that name in JSON or in the name of an option ("user-info").
 std::optional<Part> findPart(std::string_view name) noexcept;
 

@@ -99,19 +99,6 @@ The answer is no if something is no IRI or cannot be decoded.
         bool isFirst_ = true;
     };
 
-    /// What to say of the components that cannot be decoded; empty if all can.
-    std::string describeFailures(const Components& components)
-    {
-        std::string result;
-        for (std::size_t part = 0; part < PART_COUNT; ++part)
-            if (components.parts[part].state == Component::State::Undecodable)
-                result.append(result.empty() ? "cannot decode " : ", ")
-                    .append(PART_NAMES[part].label);
-        if (!result.empty())
-            result.append(": the escapes stand for bytes that are not UTF-8");
-        return result;
-    }
-
     /// Whether an IRI consists of one component and nothing else, not even a delimiter.
     bool isWhole(const Components& components, Part part)
     {
@@ -132,7 +119,7 @@ The answer is no if something is no IRI or cannot be decoded.
         const IRI& iri = *reading.iri;
 
         const Components components = readComponents(iri, options_.form->encoding);
-        const std::string error = describeFailures(components);
+        const std::string error = describeUndecodable(components);
         if (answers_.haveMembers()) {
             answers_.giveComponents(record.text, iri, *options_.form, components, error);
         } else {

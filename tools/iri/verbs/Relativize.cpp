@@ -98,8 +98,9 @@ ExitCode relativize(const Arguments& arguments, Output& output)
             continue;
         }
         std::string result;
-        const std::optional<std::string> refusal =
-            refusalOf([&] { result = wholeText(reading.iri->makeRelativeTo(base.iri()), *form); });
+        const std::optional<std::string> refusal = base.refusalOf(*reading.iri, [&] {
+            result = wholeText(reading.iri->makeRelativeTo(base.iri()), *form);
+        });
         if (refusal) {
             answers.fail(record, *refusal);
             code = ExitCode::No;

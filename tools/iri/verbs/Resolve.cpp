@@ -3,19 +3,17 @@
 #include "../Answers.hpp"
 #include "../Base.hpp"
 #include "../Forms.hpp"
+#include "../Reading.hpp"
 #include "../Records.hpp"
 #include "../RowFormat.hpp"
 
-#include <foundation/network/IRI.hpp>
-
 #include <array>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace tool::verbs {
 namespace {
-
-    using foundation::network::IRI;
 
     constexpr std::string_view USAGE = "iri resolve --base=IRI [OPTION...] [--] [REFERENCE...]";
 
@@ -62,9 +60,26 @@ ExitCode resolve(const Arguments& arguments, Output& output)
 
     Answers answers(format, output, COLUMNS);
     Records records(commandLine.operands(), output);
-    return answers.answerEach(records, [&](const IRI& reference) {
-        return wholeText(reference.resolveAgainst(base.iri()), *form);
-    });
+    ExitCode code = ExitCode::Yes;
+    for (Record record; records.next(record);) {
+        const Reading reading = readIri(record.text);
+        if (!reading.iri) {
+            answers.refuse(record, reading);
+            code = ExitCode::No;
+            continue;
+        }
+        std::string result;
+        const std::optional<std::string> refusal = base.refusalOf(*reading.iri, [&] {
+            result = wholeText(reading.iri->resolveAgainst(base.iri()), *form);
+        });
+        if (refusal) {
+            answers.fail(record, *refusal);
+            code = ExitCode::No;
+        } else {
+            answers.give(record, result);
+        }
+    }
+    return code;
 }
 
 } // namespace tool::verbs
