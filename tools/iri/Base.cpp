@@ -26,6 +26,30 @@ std::optional<ExitCode> Base::read(const CommandLine& commandLine, Output& outpu
     return std::nullopt;
 }
 
+ExitCode Base::relateEach(Records& records, Answers& answers,
+                          const std::function<std::string(const foundation::network::IRI&)>& relate,
+                          const std::function<bool(const Record&, const foundation::network::IRI&,
+                                                   const std::string& result)>& give) const
+{
+    ExitCode code = ExitCode::Yes;
+    for (Record record; records.next(record);) {
+        const Reading reading = readIri(record.text);
+        std::string result;
+        bool isGood = false;
+        if (!reading.iri)
+            answers.refuse(record, reading);
+        else if (const auto refusal =
+                     refusalOf(*reading.iri, [&] { result = relate(*reading.iri); }))
+            answers.fail(record, *refusal);
+        else
+            isGood = give(record, *reading.iri, result);
+        if (!isGood)
+            code = ExitCode::No;
+    }
+    return code;
+}
+
+// The library's own words, if it refuses; but if a component cannot be decoded, whose and which one.
 std::optional<std::string> Base::refusalOf(const foundation::network::IRI& related,
                                            const std::function<void()>& work) const
 {

@@ -1,7 +1,10 @@
 #pragma once
 
+#include "Answers.hpp"
 #include "CommandLine.hpp"
+#include "ExitCode.hpp"
 #include "Output.hpp"
+#include "Records.hpp"
 
 #include <foundation/network/IRI.hpp>
 
@@ -26,13 +29,19 @@ public:
     /// The base that was read.
     const foundation::network::IRI& iri() const noexcept { return iri_; }
 
-    /// Relates an IRI to the base in some way.
-    /// @returns the library's own words, if it refuses; but if a component cannot be decoded, whose
-    ///          and which one; else nothing
+    /// Relates each record that is an IRI to the base, and answers each record.
+    /// @param relate  makes the text that tells the relation
+    /// @param give    gives that text, and tells whether all is well with it
+    /// @returns whether all went well
+    ExitCode relateEach(Records& records, Answers& answers,
+                        const std::function<std::string(const foundation::network::IRI&)>& relate,
+                        const std::function<bool(const Record&, const foundation::network::IRI&,
+                                                 const std::string& result)>& give) const;
+
+private:
     std::optional<std::string> refusalOf(const foundation::network::IRI& related,
                                          const std::function<void()>& work) const;
 
-private:
     std::optional<std::string> text_;
     foundation::network::IRI iri_;
 };

@@ -89,31 +89,18 @@ ExitCode relativize(const Arguments& arguments, Output& output)
 
     Answers answers(format, output, COLUMNS);
     Records records(commandLine.operands(), output);
-    ExitCode code = ExitCode::Yes;
-    for (Record record; records.next(record);) {
-        const Reading reading = readIri(record.text);
-        if (!reading.iri) {
-            answers.refuse(record, reading);
-            code = ExitCode::No;
-            continue;
-        }
-        std::string result;
-        const std::optional<std::string> refusal = base.refusalOf(*reading.iri, [&] {
-            result = wholeText(reading.iri->makeRelativeTo(base.iri()), *form);
-        });
-        if (refusal) {
-            answers.fail(record, *refusal);
-            code = ExitCode::No;
-        } else if (!proves) {
-            answers.give(record, result);
-        } else {
-            const bool isProven = resolvesTo(result, base.iri(), *reading.iri);
+    return base.relateEach(
+        records, answers,
+        [&](const IRI& iri) { return wholeText(iri.makeRelativeTo(base.iri()), *form); },
+        [&](const Record& record, const IRI& iri, const std::string& result) {
+            if (!proves) {
+                answers.give(record, result);
+                return true;
+            }
+            const bool isProven = resolvesTo(result, base.iri(), iri);
             answers.giveProven(record, result, isProven);
-            if (!isProven)
-                code = ExitCode::No;
-        }
-    }
-    return code;
+            return isProven;
+        });
 }
 
 } // namespace tool::verbs

@@ -3,9 +3,10 @@
 #include "../Answers.hpp"
 #include "../Base.hpp"
 #include "../Forms.hpp"
-#include "../Reading.hpp"
 #include "../Records.hpp"
 #include "../RowFormat.hpp"
+
+#include <foundation/network/IRI.hpp>
 
 #include <array>
 #include <optional>
@@ -14,6 +15,8 @@
 
 namespace tool::verbs {
 namespace {
+
+    using foundation::network::IRI;
 
     constexpr std::string_view USAGE = "iri resolve --base=IRI [OPTION...] [--] [REFERENCE...]";
 
@@ -60,26 +63,15 @@ ExitCode resolve(const Arguments& arguments, Output& output)
 
     Answers answers(format, output, COLUMNS);
     Records records(commandLine.operands(), output);
-    ExitCode code = ExitCode::Yes;
-    for (Record record; records.next(record);) {
-        const Reading reading = readIri(record.text);
-        if (!reading.iri) {
-            answers.refuse(record, reading);
-            code = ExitCode::No;
-            continue;
-        }
-        std::string result;
-        const std::optional<std::string> refusal = base.refusalOf(*reading.iri, [&] {
-            result = wholeText(reading.iri->resolveAgainst(base.iri()), *form);
-        });
-        if (refusal) {
-            answers.fail(record, *refusal);
-            code = ExitCode::No;
-        } else {
+    return base.relateEach(
+        records, answers,
+        [&](const IRI& reference) {
+            return wholeText(reference.resolveAgainst(base.iri()), *form);
+        },
+        [&](const Record& record, const IRI&, const std::string& result) {
             answers.give(record, result);
-        }
-    }
-    return code;
+            return true;
+        });
 }
 
 } // namespace tool::verbs
