@@ -28,6 +28,6 @@ IRI withPath(const IRI& iri, const std::string& path)
 
 int main()
 {
-    const IRI iri(std::string("http://[2001:db8::1]:080/old?q=1%2B1#top"));
+    const IRI iri("http://[2001:db8::1]:080/old?q=1%2B1#top");
     std::cout << withPath(iri, "/new%2Fname").toStringUtf8() << '\n';
 }

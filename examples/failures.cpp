@@ -13,17 +13,17 @@ using foundation::network::IRI;
 int main()
 {
     try {
-        const IRI refused(std::string("http://a b/"));
+        const IRI refused("http://a b/");
     } catch (const std::logic_error& failure) {
         std::cout << "the caller's text: " << failure.what() << '\n';
     }
     try {
-        const std::string host = IRI(std::string("mailto:jane@example.org")).getHostUtf8();
+        const std::string host = IRI("mailto:jane@example.org").getHostUtf8();
     } catch (const IInternalException& failure) {
         std::cout << "of this library: " << failure.what() << '\n';
     }
     try {
-        const IRI broken(std::string("\xFF"));
+        const IRI broken("\xFF");
     } catch (const std::exception& failure) {
         std::cout << "any: " << failure.what() << '\n';
     }

@@ -1,7 +1,6 @@
 #include <foundation/network/IRI.hpp>
 
 #include <iostream>
-#include <string>
 
 using foundation::network::IRI;
 using foundation::network::iri::Encoding;
@@ -9,7 +8,7 @@ using foundation::network::iri::Encoding;
 // One path in the forms in which it can be read.
 int main()
 {
-    const IRI iri(std::string("https://h/caf%C3%A9/ü/100%"));
+    const IRI iri("https://h/caf%C3%A9/ü/100%");
 
     std::cout << "for people      " << iri.getPathUtf8(Encoding::Decoded) << '\n'
               << "as it came      " << iri.getPathUtf8(Encoding::Iri) << '\n'

@@ -55,7 +55,7 @@ std::optional<IRI> target(std::string_view link, const IRI& page)
 // The arguments are links of a page. Each target is shown once.
 int main(int count, char** arguments)
 {
-    const IRI page(std::string("https://example.org/books/list?page=2"));
+    const IRI page("https://example.org/books/list?page=2");
     std::unordered_set<IRI> known;
     for (int i = 1; i < count; ++i) {
         const auto iri = target(arguments[i], page);

@@ -26,7 +26,7 @@ std::string link(const IRI& iri, const IRI& page)
 
 int main(int count, char** arguments)
 {
-    const IRI page(std::string("https://example.org/books/list?page=2"));
+    const IRI page("https://example.org/books/list?page=2");
     for (int i = 1; i < count; ++i) {
         const auto iri = IRI::tryParse(arguments[i]);
         if (iri && iri->hasScheme() && iri->hasHost())

@@ -3,15 +3,14 @@
 
 #include <exception>
 #include <iostream>
-#include <string>
 
 using foundation::network::IRI;
 using foundation::network::IRIArgs;
 
 int main()
 {
-    const IRI base(std::string("https://example.org/books/list?page=2"));
-    const IRI reference(std::string("../authors/zoë#works"));
+    const IRI base("https://example.org/books/list?page=2");
+    const IRI reference("../authors/zoë#works");
     std::cout << reference.resolveAgainst(base).toStringUtf8() << '\n';
 
     IRIArgs args(base); // all components as plain text, to change some of them
@@ -20,7 +19,7 @@ int main()
     std::cout << IRI(args).toStringUtf8() << '\n';
 
     try {
-        const IRI refused(std::string("https://example.org:65536/"));
+        const IRI refused("https://example.org:65536/");
     } catch (const std::exception& failure) {
         std::cout << failure.what() << '\n';
     }

@@ -4,7 +4,7 @@
 /// Values of this library for `fmt::format` and its kin, of fmt 9 or later:
 ///
 /// @code
-/// fmt::print("{:>40}\n", IRI(std::string("http://пример.example/")));
+/// fmt::print("{:>40}\n", IRI("http://пример.example/"));
 /// @endcode
 ///
 /// It needs no header of the classes, and adds nothing to what is linked but fmt.

@@ -4,7 +4,7 @@
 /// Values of this library for `std::format` and its kin:
 ///
 /// @code
-/// std::string text = std::format("{:>40}", IRI(std::string("http://пример.example/")));
+/// std::string text = std::format("{:>40}", IRI("http://пример.example/"));
 /// @endcode
 ///
 /// It needs no header of the classes. The standard library has to have `<format>`, as those of g++
