@@ -157,8 +157,8 @@ private:
             return false;
         std::string ofIri;
         std::string ofBase;
-        return iri_.laxText(Component::Query, Encoding::Decoded, ofIri)
-               == base_.laxText(Component::Query, Encoding::Decoded, ofBase);
+        return text::areEqual(iri_.laxText(Component::Query, Encoding::Decoded, ofIri),
+                              base_.laxText(Component::Query, Encoding::Decoded, ofBase));
     }
 
     void takePathDifference(View path)
