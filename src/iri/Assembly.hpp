@@ -147,7 +147,7 @@ public:
     /// Takes all that stands before the path.
     void takeFront(const Iri& from)
     {
-        if (!from.hasComponents_) {
+        if (!from.hasComponents_) { // its text was moved out, of which each component tells
             takeScheme(from);
             takeAuthority(from);
             return;
@@ -166,6 +166,7 @@ public:
     /// Takes all that stands behind the path.
     void takeBack(const Iri& from)
     {
+        // Its text may go on to show a fragment that was dropped.
         const bool showsFragment = from.text_.size() > from.ranges_.queryEnd;
         if (!from.hasComponents_ || from.hasFragment() != showsFragment) {
             takeQuery(from);
@@ -304,18 +305,25 @@ private:
     // Exactly, so that a short text fits into the string itself.
     std::size_t lengthOfText() const noexcept
     {
-        const ComponentFlags& has = iri_.flags_;
-        const std::size_t front = front_ != nullptr
-                                      ? frontText().size()
-                                      : scheme_.size() + (has.hasScheme ? 1 : 0)
-                                            + (has.hasHost ? 2 : 0) + at(Component::UserInfo).size()
-                                            + (has.hasUserInfo ? 1 : 0) + at(Component::Host).size()
-                                            + port_.size() + (has.hasPort ? 1 : 0);
-        const std::size_t back =
-            back_ != nullptr ? backText().size()
-                             : at(Component::Query).size() + (has.hasQuery ? 1 : 0)
-                                   + at(Component::Fragment).size() + (has.hasFragment ? 1 : 0);
+        const std::size_t front = front_ != nullptr ? frontText().size() : lengthOfFront();
+        const std::size_t back = back_ != nullptr ? backText().size() : lengthOfBack();
         return front + directory_.size() + at(Component::Path).size() + back;
+    }
+
+    std::size_t lengthOfFront() const noexcept
+    {
+        const ComponentFlags& has = iri_.flags_;
+        const unsigned delimiters = unsigned{has.hasScheme} + 2 * unsigned{has.hasHost}
+                                    + unsigned{has.hasUserInfo} + unsigned{has.hasPort};
+        return scheme_.size() + at(Component::UserInfo).size() + at(Component::Host).size()
+               + port_.size() + delimiters;
+    }
+
+    std::size_t lengthOfBack() const noexcept
+    {
+        const ComponentFlags& has = iri_.flags_;
+        return at(Component::Query).size() + at(Component::Fragment).size() + unsigned{has.hasQuery}
+               + unsigned{has.hasFragment};
     }
 
     Iri& iri_;

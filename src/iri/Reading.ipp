@@ -252,10 +252,7 @@ auto TemplateIRI<String>::laxText(Component component, const Encoding& encoding,
 template <class String>
 auto TemplateIRI<String>::laxPath(const Encoding& encoding, std::string& made) const -> View
 {
-    if (!hasText(Component::Path))
-        return {};
-    return flags_.readsTheSame ? storedText(Component::Path)
-                               : laxText(Component::Path, encoding, made);
+    return hasText(Component::Path) ? laxText(Component::Path, encoding, made) : View();
 }
 
 // What the value stores, as UTF-8.

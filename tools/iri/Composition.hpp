@@ -23,12 +23,12 @@ struct QueryPair {
 /// these components.
 Reading readWritten(const PartTexts& written);
 
-/// Makes an IRI of components. The text of one that is built of plain text alone may be no IRI in
-/// some forms; if others are written already, it is one in each.
+/// Makes an IRI of components.
 /// @param plain  those in plain text, which are escaped; but a host that is an IP literal is written
 ///               as it is (RFC 3986, 3.2.2)
-/// @param written  those that are written already: if there is one, what comes out is read once
-///                 more, and has to read as these components. Of what stands in both, this counts.
+/// @param written  those that carry their escapes already, and come before the plain ones of that
+///                 name. If there is one, the text of the whole has to read as these components;
+///                 else the IRI is as it was built, and its text may be none in some forms.
 /// @param pairs  what is appended to a query in plain text
 Reading buildIri(const PartTexts& plain, PartTexts written,
                  const std::vector<QueryPair>& pairs = {});
