@@ -1,11 +1,12 @@
 #!/usr/bin/env python3
 """Breaks the library in one place after another and tells which breaks no test noticed.
 
-    mutate.py SOURCE WORK [--count N] [--seed S] [--list] [PATH...]
+    mutate.py SOURCE WORK [--count N] [--seed S] [--since COMMIT] [--list] [PATH...]
 
 SOURCE is the working copy, which stays as it is: WORK holds a copy of it and its build. The N places
 are drawn with the seed from the files of PATH (src/iri, src/reference, src/build and src/text, if none
-is named); the same seed draws the same ones from the same sources. --list only shows them.
+is named), and with --since only from the lines that have changed since that commit; the same seed
+draws the same ones from the same sources. --list only shows them.
 
 A break that does not compile, or that the compiler makes the same program of, is drawn again. Tests
 end at the first that fails; those that failed for the same file or folder before are asked first.
@@ -142,6 +143,27 @@ def mutants(source, paths):
     return found
 
 
+# A place in a difference without context: where the new lines begin, and how many there are if not 1.
+HUNK = re.compile(r"^@@ -\S+ \+(\d+)(?:,(\d+))? @@")
+
+
+def changed_lines(difference):
+    """The lines, as (file, number from 0), that a difference of git without context adds."""
+    found, file = set(), ""
+    for line in difference.splitlines():
+        if line.startswith("+++ b/"):
+            file = line[len("+++ b/"):]
+        elif match := HUNK.match(line):
+            begin, count = int(match[1]) - 1, int(match[2] or 1)
+            found |= {(file, number) for number in range(begin, begin + count)}
+    return found
+
+
+def lines_since(source, commit, paths):
+    return changed_lines(run(["git", "-C", source, "diff", "--unified=0", "--src-prefix=a/",
+                              "--dst-prefix=b/", commit, "--", *paths]))
+
+
 # --- building and asking -------------------------------------------------------------------------
 
 
@@ -233,6 +255,7 @@ def run(command):
     done = subprocess.run(command, capture_output=True, text=True, check=False)
     if done.returncode != 0:
         raise RuntimeError(f"{command}\n{done.stdout[-4000:]}\n{done.stderr[-4000:]}")
+    return done.stdout
 
 
 def equivalent():
@@ -257,12 +280,17 @@ def main():
     parser.add_argument("work", type=pathlib.Path)
     parser.add_argument("--count", type=int, default=50)
     parser.add_argument("--seed", type=int, default=1)
+    parser.add_argument("--since", metavar="COMMIT")
     parser.add_argument("--list", action="store_true")
     parser.add_argument("paths", nargs="*", default=PATHS)
     given = parser.parse_intermixed_args()
 
     source = given.source.resolve()
-    drawn = mutants(source, given.paths or PATHS)
+    paths = given.paths or PATHS
+    drawn = mutants(source, paths)
+    if given.since:
+        changed = lines_since(source, given.since, paths)
+        drawn = [mutant for mutant in drawn if (mutant.file, mutant.line) in changed]
     random.Random(given.seed).shuffle(drawn)
     print(f"{len(drawn)} places to break, seed {given.seed}", flush=True)
     if given.list:

@@ -36,6 +36,29 @@ class MutateTest(unittest.TestCase):
             with self.subTest(line):
                 self.assertEqual(mutate.broken(line), [])
 
+    def test_finds_the_lines_that_a_difference_adds(self):
+        difference = """diff --git a/src/a.cpp b/src/a.cpp
+--- a/src/a.cpp
++++ b/src/a.cpp
+@@ -3 +3 @@ void f()
+-old
++new
+@@ -7,2 +7,0 @@
+-gone
+-gone
+@@ -20,0 +19,2 @@ void g()
++added
++@@ -1 +1 @@
+diff --git a/src/gone.cpp b/src/gone.cpp
+--- a/src/gone.cpp
++++ /dev/null
+@@ -1,2 +0,0 @@
+-gone
+-gone
+"""
+        self.assertEqual(mutate.changed_lines(difference),
+                         {("src/a.cpp", 2), ("src/a.cpp", 18), ("src/a.cpp", 19)})
+
     def test_names_a_break_by_both_lines(self):
         mutant = mutate.Mutant("src/a.cpp", 6, "    a();", "    ;", "    if (b)")
         self.assertEqual(mutant.excuses(),
