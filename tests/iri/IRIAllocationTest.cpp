@@ -59,8 +59,9 @@ TEST(IRIAllocation, parsingTakesOne)
 TEST(IRIAllocation, resolvingTakesOne)
 {
     const IRI base(url);
-    for (const std::string text : {"another-title?page=3#top", "/a/long/path/from/the/root", "#top",
-                                   "?page=3", "//example.com/and/a/path", "ftp://example.com/a"}) {
+    for (const std::string text :
+         {"another-title?page=3#top", "/a/long/path/from/the/root", "#top", "?page=3",
+          "//example.com/and/a/path/of/several/segments", "ftp://example.com/a"}) {
         const IRI reference(text);
         EXPECT_EQ(allocationsOf([&] { reference.resolveAgainst(base); }), 1U) << text;
     }
