@@ -3,8 +3,7 @@
 #include "iri/DotSegments.hpp"
 #include "iri/grammar/PathSegmentGrammar.hpp"
 
-#include <iterator>
-#include <utility>
+#include <cstddef>
 
 namespace foundation::network::reference {
 
@@ -15,11 +14,6 @@ namespace {
     bool beginsWithSlash(std::string_view text)
     {
         return text.starts_with('/');
-    }
-
-    void prependSlash(std::string& segment)
-    {
-        segment.insert(segment.begin(), '/');
     }
 
     bool isDot(std::string_view path)
@@ -33,8 +27,7 @@ namespace {
     }
 
     // Whether a "/" is missing between a list and a path that follows it.
-    template <class List>
-    bool needsSlash(const List& segments, std::string_view path)
+    bool needsSlash(const Segments& segments, std::string_view path)
     {
         return !segments.empty() && segments.back() != SLASH && !path.empty()
                && !beginsWithSlash(path);
@@ -44,7 +37,7 @@ namespace {
     void mergeDot(Segments& segments)
     {
         if (segments.back() != SLASH)
-            segments.emplace_back(SLASH);
+            segments.push_back(SLASH);
     }
 
     void mergeDoubleDot(Segments& segments)
@@ -53,43 +46,36 @@ namespace {
             segments.pop_back();
         if (!segments.empty())
             segments.pop_back();
-        segments.emplace_back(SLASH);
+        segments.push_back(SLASH);
     }
 
-    void mergeWithoutDots(std::string_view path, Segments& segments, bool absolute)
+    void mergeWithoutDots(std::string_view path, Segments& segments, bool absolute,
+                          std::string& made)
     {
         // What was relative must not begin with the slash of a segment that has become the first.
         const bool stripLeading = segments.empty() || !beginsWithSlash(segments.front());
 
-        Segments added;
-        iri::grammar::splitPathSegments(path, added); // a path that cannot be split adds nothing
-        std::deque<std::string> input(std::move_iterator(segments.begin()),
-                                      std::move_iterator(segments.end()));
-        if (!added.empty() && needsSlash(input, path))
-            prependSlash(added.front());
-        input.insert(input.end(), std::move_iterator(added.begin()),
-                     std::move_iterator(added.end()));
-        segments.clear();
-        removeDotSegments(segments, input);
+        if (needsSlash(segments, path))
+            path = made.assign(SLASH).append(path);
+        iri::grammar::splitPathSegments(path, segments); // a path that cannot be split adds nothing
+        removeDotSegments(segments);
 
-        if (absolute) {
-            if (segments.empty())
-                segments.emplace_back(SLASH);
-            else if (!beginsWithSlash(segments.front()))
-                prependSlash(segments.front());
-        } else if (stripLeading && !segments.empty() && beginsWithSlash(segments.front())) {
-            segments.front().erase(0, 1);
-        }
+        const bool isRooted = !segments.empty() && beginsWithSlash(segments.front());
+        if (absolute && !isRooted)
+            segments.insert(segments.begin(), SLASH);
+        else if (!absolute && stripLeading && isRooted)
+            segments.front().remove_prefix(1);
     }
 
 } // namespace
 
-void mergePathSegments(std::string_view path, Segments& segments, bool absolute, bool removeDots)
+void mergePathSegments(std::string_view path, Segments& segments, bool absolute, bool removeDots,
+                       std::string& made)
 {
     if (!removeDots) {
         if (needsSlash(segments, path))
-            segments.emplace_back(SLASH);
-        segments.emplace_back(path);
+            segments.push_back(SLASH);
+        segments.push_back(path);
         return;
     }
     if (isDot(path) || isDoubleDot(path)) {
@@ -102,55 +88,51 @@ void mergePathSegments(std::string_view path, Segments& segments, bool absolute,
             mergeDoubleDot(segments);
         return;
     }
-    mergeWithoutDots(path, segments, absolute);
+    mergeWithoutDots(path, segments, absolute, made);
 }
 
-void removeDotSegments(Segments& output, std::deque<std::string>& input)
+void removeDotSegments(Segments& segments) noexcept
 {
-    while (!input.empty()) {
-        std::string& front = input.front();
-        const bool isLast = input.size() == 1;
-        if (front == "." || front == "..") { // rules A and D of RFC 3986, 5.2.4
-            input.pop_front();
+    std::size_t kept = 0; // how many of those that have been looked at
+    for (std::size_t i = 0; i < segments.size(); ++i) {
+        std::string_view segment = segments[i];
+        const bool isLast = i + 1 == segments.size();
+        if (segment == "." || segment == "..") { // rules A and D of RFC 3986, 5.2.4
             if (!isLast)
-                input.front().erase(0, 1);
-        } else if (front == "/." || front == "/..") { // rules B and C
-            const bool climbs = front == "/..";
-            if (isLast)
-                front.resize(1); // the slash
-            else
-                input.pop_front();
-            if (climbs && !output.empty())
-                output.pop_back();
-        } else { // rule E
-            output.push_back(std::move(front));
-            input.pop_front();
+                segments[i + 1].remove_prefix(1); // its slash
+            continue;
         }
+        if (segment == "/." || segment == "/..") { // rules B and C
+            if (segment == "/.." && kept > 0)
+                --kept;
+            if (!isLast)
+                continue;
+            segment = SLASH;
+        }
+        segments[kept++] = segment; // rule E
     }
+    segments.resize(kept);
 }
 
 std::string joinPathSegments(const Segments& segments)
 {
+    std::size_t size = 0;
+    for (const std::string_view segment : segments)
+        size += segment.size();
     std::string path;
-    for (const std::string& segment : segments)
+    path.reserve(size);
+    for (const std::string_view segment : segments)
         path.append(segment);
     return path;
 }
 
-std::string removeRelativePathSegments(std::string_view path, bool absolute)
-{
-    std::string made;
-    return std::string(withoutDotSegments(path, absolute, made));
-}
-
-std::string_view withoutDotSegments(std::string_view path, bool absolute, std::string& made)
+std::string_view removeRelativePathSegments(std::string_view path, bool absolute, std::string& made)
 {
     if (!iri::hasDotSegments(path))
         return path;
     Segments segments;
-    mergePathSegments(path, segments, absolute, true);
-    made = joinPathSegments(segments);
-    return made;
+    mergePathSegments(path, segments, absolute, true, made);
+    return made = joinPathSegments(segments);
 }
 
 } // namespace foundation::network::reference

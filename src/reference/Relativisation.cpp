@@ -237,7 +237,7 @@ private:
         const bool isLookedThrough = encoding == Encoding::Iri && iri.hasSourceText_.load();
         if (isLookedThrough && !iri.pathHasDotSegments())
             return path;
-        return reference::withoutDotSegments(path, iri.hasAbsolutePath(), made);
+        return reference::removeRelativePathSegments(path, iri.hasAbsolutePath(), made);
     }
 
     struct CommonSegments {

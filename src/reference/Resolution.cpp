@@ -69,7 +69,7 @@ private:
         if (reference_.flags_.pathIsEmpty)
             return;
         if (reference_.pathHasDotSegments())
-            setResolvedPath(assembly);
+            setResolvedPath(assembly, referencePath());
         else
             assembly.setDecodedPath(referencePath(), reference_.hasAbsolutePath());
     }
@@ -104,8 +104,7 @@ private:
             return;
         }
         if (reference_.pathHasDotSegments() || base_.pathHasDotSegments()) {
-            splitBaseDirectory();
-            setResolvedPath(assembly);
+            mergeDottedPaths(assembly);
             return;
         }
         const View path = basePath();
@@ -113,28 +112,33 @@ private:
         assembly.setDecodedPath(path.substr(0, directory), referencePath());
     }
 
-    // The segments of the base without its last one. A path that cannot be split has none.
-    void splitBaseDirectory()
+    void mergeDottedPaths(Assembly<String>& assembly)
     {
-        const View path = basePath();
-        if (base_.pathHasDotSegments())
-            grammar::splitPathSegments(
-                reference::removeRelativePathSegments(path, base_.hasAbsolutePath()), segments_);
-        else
-            grammar::splitPathSegments(path, segments_);
+        const View from = basePathWithoutDots();
+        const View path = referencePath();
+        // At once, since a list can be many times as large as its path; two slashes may be added.
+        segments_.reserve(grammar::countPathSegments(from) + grammar::countPathSegments(path) + 2);
+        splitDirectory(from);
+        setResolvedPath(assembly, path);
+    }
+
+    // The segments of the base's path without its last one. A path that cannot be split has none.
+    void splitDirectory(View path)
+    {
+        grammar::splitPathSegments(path, segments_);
         if (segments_.empty())
             return;
         const bool wasOnlyOne = segments_.size() == 1;
         segments_.pop_back();
         if (wasOnlyOne && base_.hasAbsolutePath())
-            segments_.emplace_back(1, Iri::FORWARD_SLASH);
+            segments_.emplace_back("/");
     }
 
     // The reference's path, merged onto the segments gathered so far.
-    void setResolvedPath(Assembly<String>& assembly)
+    void setResolvedPath(Assembly<String>& assembly, View path)
     {
-        reference::mergePathSegments(referencePath(), segments_, absolute_,
-                                     reference_.pathHasDotSegments());
+        reference::mergePathSegments(path, segments_, absolute_, reference_.pathHasDotSegments(),
+                                     slashedPath_);
         path_ = reference::joinPathSegments(segments_);
         assembly.setDecodedPath({}, path_);
     }
@@ -143,6 +147,15 @@ private:
     View referencePath() { return reference_.laxPath(Encoding::Decoded, referencePath_); }
     View basePath() { return base_.laxPath(Encoding::Decoded, basePath_); }
 
+    View basePathWithoutDots()
+    {
+        const View path = basePath();
+        if (!base_.pathHasDotSegments())
+            return path;
+        return reference::removeRelativePathSegments(path, base_.hasAbsolutePath(),
+                                                     baseWithoutDots_);
+    }
+
     const Iri& reference_;
     const Iri& base_;
     Iri& target_;
@@ -150,6 +163,8 @@ private:
     reference::Segments segments_;
     std::string referencePath_; // if it had to be made
     std::string basePath_;
+    std::string baseWithoutDots_;
+    std::string slashedPath_;
     std::string path_;
 };
 

@@ -227,6 +227,48 @@ TEST(IRIHuge, escapesAreDecodedInASmallMultipleOfTheirMemory)
     }
 }
 
+// Paths with dot segments are taken apart, in 16 bytes for each segment. The ways back between what is
+// made have many of them.
+TEST(IRIHuge, referencesAreResolvedAndMadeRelativeInASmallMultipleOfTheirMemory)
+{
+    struct Row {
+        Huge reference;
+        const char* base;
+        double factor;
+        double factorBack;
+    };
+    constexpr Row rows[] = {
+        {{"/", "a", "?q"}, "http://h/a", 1, 1},
+        {{"", "a/", "b"}, "http://h/a/b", 3.4, 10.1},
+        {{"", "%61/", ""}, "http://h/a/b", 1.7, 7},
+        {{"/", "é%c3%a9/", ""}, "http://h/a/b", 1.6, 4.4},
+        {{"?", "%41", ""}, "http://h/a/b", 1.4, 1},
+        {{"?", "%E9", ""}, "http://h/a/b", 13.4, 1.4},
+        {{"", "../", "b"}, "http://h/a/b", 6.4, 1},
+        {{"", "a/../", "b"}, "http://h/a/b", 7.5, 1},
+        {{"", "%61/", ".."}, "http://h/a/b", 6.6, 7},
+        {{"//h", "/.", ""}, "http://h/a/b", 8, 1},
+        {{"", "é/", "../b"}, "http://h/a/../b", 7.4, 7.4},
+        {{"", "x/a", "//.."}, "http://h/a/b", 1, 1},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(testing::Message() << row.reference);
+        const IRI reference(row.reference.text());
+        const IRI base(row.base);
+        const auto lengthOf = [](const IRI& iri) { return iri.toStringUtf8().size(); };
+        const std::size_t size = lengthOf(reference);
+        std::optional<IRI> made;
+        inMemory(row.factor, size, [&] { made = reference.resolveAgainst(base); });
+        const IRI target = *made;
+        inMemory(row.factor, size, [&] { made = target.makeRelativeTo(base); });
+        inMemory(row.factor, size, [&] { made = base.makeRelativeTo(target); });
+        const IRI upwards("../b");
+        inMemory(row.factorBack, size, [&] { upwards.resolveAgainst(target); });
+        inMemory(row.factorBack, lengthOf(*made) + lengthOf(target),
+                 [&] { made = made->resolveAgainst(target); });
+    }
+}
+
 TEST(IRIHuge, percentSignsAreRepairedInASmallMultipleOfTheirMemory)
 {
     const Huge huge{"#", "%zz%%", ""};

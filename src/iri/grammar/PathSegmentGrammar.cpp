@@ -56,7 +56,7 @@ namespace {
 
     // path = ( segment-body / slash-segment / terminal-slash / double-slash-segment )
     //        *slash-segment [ terminal-slash ]
-    bool path(Cursor<It>& at, std::vector<std::string>& segments)
+    bool path(Cursor<It>& at, std::vector<std::string_view>& segments)
     {
         It start = at.position();
         const auto keepSegment = [&] {
@@ -75,14 +75,14 @@ namespace {
 
 } // namespace
 
-bool splitPathSegments(std::string_view text, std::vector<std::string>& segments)
+bool splitPathSegments(std::string_view text, std::vector<std::string_view>& segments)
 {
-    Cursor at(text.begin(), text.end());
-    std::vector<std::string> found;
-    if (!path(at, found))
+    const std::size_t count = countPathSegments(text);
+    if (count == 0)
         return false;
-    segments = std::move(found);
-    return true;
+    segments.reserve(segments.size() + count); // a list can be many times as large as its path
+    Cursor at(text.begin(), text.end());
+    return path(at, segments);
 }
 
 std::size_t countPathSegments(std::string_view text) noexcept

@@ -167,13 +167,14 @@ namespace {
     {
         const std::vector<std::u32string> before{U"what", U"was there"};
         std::vector<std::u32string> expected = before;
-        std::vector<std::string> found;
         const bool expectedSplit = reference::splitPathSegments(path, expected);
-        const bool actualSplit = splitPathSegments(text::toLaxUtf8(path), found);
+        const std::string lax = text::toLaxUtf8(path);
+        std::vector<std::string_view> found;
+        const bool actualSplit = splitPathSegments(lax, found);
         std::vector<std::u32string> actual = before;
         if (actualSplit) {
             actual.clear();
-            for (const std::string& segment : found)
+            for (const std::string_view segment : found)
                 actual.push_back(text::fromLaxUtf8(segment));
         }
         if (expectedSplit == actualSplit && expected == actual)
