@@ -24,8 +24,10 @@ void TemplateIRI<String>::readOrThrow(std::basic_string_view<Unit> text)
 {
     if (tryRead(text))
         return;
-    if (text::wellFormedLength(text) < text.size())
-        static_cast<void>(text::toUtf32(text)); // throws
+    constexpr std::size_t LONGEST_SEQUENCE = 4;
+    const auto rest = text.substr(text::wellFormedLength(text));
+    if (!rest.empty()) // a defect, which needs no more than itself to be told
+        static_cast<void>(text::toUtf32(rest.substr(0, LONGEST_SEQUENCE))); // throws
     core::except::throwLogicError("IRI parsing failed");
 }
 

@@ -2,6 +2,10 @@
 // and printed, or refused, in a small multiple of its own memory and on a small stack.
 
 #include <foundation/network/IRI.hpp>
+#include <foundation/network/IRIArgs.hpp>
+#include <foundation/network/iri/Diagnosis.hpp>
+#include <foundation/network/iri/IRIView.hpp>
+#include <foundation/network/iri/QueryPairs.hpp>
 
 #include "iri/AllocationCounter.hpp"
 #include "iri/Expect.hpp"
@@ -16,6 +20,7 @@
 #include <functional>
 #include <optional>
 #include <ostream>
+#include <sstream>
 #include <string>
 
 namespace foundation::network {
@@ -138,8 +143,83 @@ TEST(IRIHuge, whatIsNoIriIsRefusedInNoMemory)
         const std::string text = huge.text();
         inMemory(0, text.size(), [&] {
             EXPECT_TRUE(throwsExactly<LogicFailure>([&] { IRI{text}; }, "IRI parsing failed"));
+            EXPECT_FALSE(IRI::tryParse(text));
+            EXPECT_FALSE(iri::IRIView::parse(text));
+            EXPECT_TRUE(iri::diagnose(text));
         });
     }
+}
+
+// Not even to tell what is wrong with its encoding. UTF-16 is encoded before it is read.
+TEST(IRIHuge, brokenEncodingsAreRefusedInNoMemory)
+{
+    constexpr Huge rows[] = {{"/", "é", "\xC3"}, {"/", "a", "\xED\xA0\x80"}, {"\xFF?", "\xFF", ""}};
+    for (const Huge& huge : rows) {
+        SCOPED_TRACE(testing::Message() << huge);
+        const std::string text = huge.text();
+        inMemory(0, text.size(), [&] {
+            EXPECT_TRUE(throwsExactly<AnyFailure>(
+                [&] { IRI{text}; },
+                "Invalid UTF-8 sequence encountered while trying to encode UTF-32 character"));
+            EXPECT_TRUE(iri::diagnose(text));
+        });
+    }
+    const std::u16string text = std::u16string(hugeBytes() / 2, u'a') + char16_t(0xD800);
+    inMemory(0, text.size(), [&] {
+        EXPECT_THROW(IRI{text}, RangeFailure);
+        EXPECT_TRUE(iri::diagnose(text));
+    });
+    const std::u16string bad = std::u16string(hugeBytes() / 2, u'a') + u'\\';
+    inMemory(1, bad.size(), [&] {
+        EXPECT_TRUE(throwsExactly<LogicFailure>([&] { IRI{bad}; }, "IRI parsing failed"));
+        EXPECT_TRUE(iri::diagnose(bad));
+    });
+}
+
+TEST(IRIHuge, whatIsOnlyLookedAtTakesNoMemory)
+{
+    constexpr Huge rows[] = {{"x:/", "é/../", "?#"}, {"//h?", "a=1&", "#"}, {"//", "1.", ""}};
+    for (const Huge& huge : rows) {
+        SCOPED_TRACE(testing::Message() << huge);
+        const std::string text = huge.text();
+        inMemory(0, text.size(), [&] {
+            EXPECT_FALSE(iri::diagnose(text));
+            const auto view = iri::IRIView::parse(text);
+            ASSERT_TRUE(view);
+            for (const iri::QueryPair& pair : iri::QueryPairs(view->query().value_or("")))
+                ASSERT_LE(pair.key.size(), 1U);
+        });
+    }
+}
+
+TEST(IRIHuge, valuesAreComparedHashedShownAndTakenApartOnASmallStack)
+{
+    constexpr Huge rows[] = {{"x://h/", "é/../", "?#"}, {"//h?", "a=é&", "#"}, {"//", "1.", ""}};
+    for (const Huge& huge : rows) {
+        SCOPED_TRACE(testing::Message() << huge);
+        const std::string text = huge.text();
+        onASmallStack([&] {
+            const IRI parsed(text);
+            IRIArgs args;
+            parsed.toArgs(args);
+            const IRI built(args);
+            std::ostringstream stream;
+            stream << built;
+            EXPECT_TRUE(parsed == built);
+            EXPECT_EQ(parsed.hashValue(), built.hashValue());
+            EXPECT_TRUE(iri::repair(text) == text);
+        });
+    }
+}
+
+TEST(IRIHuge, aPairTakesTheMemoryOfItsText)
+{
+    const Huge huge{"k%3D=", "%41+", "&l"};
+    const std::string text = huge.text();
+    inMemory(1, text.size(), [&] {
+        const iri::QueryPairs pairs(text);
+        EXPECT_EQ((*pairs.begin()).value.size(), huge.times() * 2);
+    });
 }
 
 // Besides the text of the value there are then the whole text, escaped, and the result. For the strict
