@@ -3,6 +3,7 @@
 #include <foundation/core/except/Exception.hpp>
 
 #include <boost/asio/detail/socket_ops.hpp>
+#include <boost/system/system_error.hpp>
 
 #include <array>
 
@@ -31,17 +32,17 @@ namespace {
 
 Tcp::resolver::results_type lookUp(const std::string& name, Tcp::resolver::flags flags)
 {
-    // What Boost throws before it asks passes: that is no failure of the name service.
-    boost::asio::io_context context;
-    Tcp::resolver resolver(context);
-    boost::system::error_code failure;
-    auto results = resolver.resolve(name, "", flags, failure);
-    if (failure)
-        fail(failure);
-    // For a failure that Boost has no code for it takes errno, which may say that there was none.
-    if (results.empty())
-        fail(boost::asio::error::no_recovery);
-    return results;
+    try {
+        boost::asio::io_context context;
+        Tcp::resolver resolver(context);
+        auto results = resolver.resolve(name, "", flags);
+        // For a failure that Boost has no code for it takes errno, which may say that there was none.
+        if (results.empty())
+            fail(boost::asio::error::no_recovery);
+        return results;
+    } catch (const boost::system::system_error& failure) {
+        fail(failure.code());
+    }
 }
 
 // This asks as the resolver does, with what the resolver is made of: such a failure without a code

@@ -13,7 +13,6 @@ using Tcp = boost::asio::ip::tcp;
 
 /// The entries for a name, in the order of the name service; at least one.
 /// @throws core::except::AnonymousInternalException<std::system_error> what the name service reports
-/// @throws boost::system::system_error if Boost cannot get ready to ask
 Tcp::resolver::results_type lookUp(const std::string& name, Tcp::resolver::flags flags);
 
 /// The name of an address, or its text if it has none.

@@ -8,7 +8,6 @@
 #include "platform/SystemAnswers.hpp"
 #include "text/Failure.hpp"
 
-#include <boost/system/system_error.hpp>
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -233,8 +232,8 @@ namespace {
         }
     }
 
-    // Boost could not even begin: its exception passes as it is, and nothing was asked.
-    TEST_F(Lookup, failureToGetReadyIsThatOfBoost)
+    // Boost could not even begin, and nothing was asked.
+    TEST_F(Lookup, failureToGetReadyToAskKeepsItsCode)
     {
         nameService().addresses["host"] = {"192.0.2.7"};
         for (const int code : systemFailures()) {
@@ -245,9 +244,8 @@ namespace {
                 try {
                     operation();
                     ADD_FAILURE() << "threw nothing";
-                } catch (const boost::system::system_error& failure) {
-                    EXPECT_EQ(failure.code(),
-                              boost::system::error_code(code, boost::system::system_category()));
+                } catch (const SystemFailure& failure) {
+                    EXPECT_EQ(failure.code(), std::error_code(code, std::system_category()));
                 }
             }
             EXPECT_EQ(questions(), Texts{});

@@ -9,8 +9,6 @@
 
 #include <foundation/network/IdnConverter.hpp>
 
-#include <boost/system/system_error.hpp>
-
 #include <array>
 #include <new>
 #include <string>
@@ -129,9 +127,6 @@ ExitCode run(const Arguments& words, Output& output)
     try {
         return verb->run(rest, output);
     } catch (const foundation::network::IdnConverterException& failure) {
-        output.reportError(failure.what());
-        return ExitCode::System;
-    } catch (const boost::system::system_error& failure) {
         output.reportError(failure.what());
         return ExitCode::System;
     }

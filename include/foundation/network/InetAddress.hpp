@@ -26,9 +26,6 @@ class InterfaceAddress;
 /// The look-ups (`getByName` and the other members with "Host" in their names) ask the name service
 /// of the system on the calling thread and return when it has answered; there is no time-out of
 /// their own, and nothing is kept between two calls.
-///
-/// Those that look a name up throw `boost::system::system_error` where the system lacks what Boost
-/// needs before it asks, such as handles.
 class ZKFLNETWORK_API InetAddress {
 public:
     /// The IPv4 address 0.0.0.0.

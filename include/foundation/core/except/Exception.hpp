@@ -15,8 +15,8 @@
 /// the standard exception that fits. Not of this family are `std::out_of_range` (as
 /// `boost::wrapexcept`), for bad UTF-16, for code points that cannot be written and for a prefix
 /// length that is too large; `network::IdnConverterException`; the plain `std::runtime_error` of a
-/// missing component in `IRI::toString` and `IRI::toAsciiString`; what Boost throws where it cannot
-/// get ready to look a name up; and what the containers throw for want of memory.
+/// missing component in `IRI::toString` and `IRI::toAsciiString`; and what the containers throw for
+/// want of memory.
 ///
 /// A handler may name a member of the family as that type, as `IInternalException`, `IException` or
 /// `boost::exception`, as `E` or any base of `E`. It can be copied, kept in a `boost::exception_ptr`
