@@ -15,6 +15,7 @@
 
 #include <cstddef>
 #include <initializer_list>
+#include <optional>
 #include <sstream>
 #include <string>
 #include <utility>
@@ -327,18 +328,18 @@ namespace {
         expectSurvival(operations);
     }
 
-    template <class Run>
-    Operation onBag(const std::string& name, Run run, Guarantee guarantee = Guarantee::Strong)
+    template <class Run, class Make = IRIArgs (*)()>
+    Operation onBag(const std::string& name, Run run, Make make = &longBag)
     {
         return operation(
-            name, [] { return longBag(); },
+            name, make,
             [run](IRIArgs& args) {
                 return said([&] {
                     run(args);
                     return std::string();
                 });
             },
-            [](const IRIArgs& args) { return seen(args); }, guarantee);
+            [](const IRIArgs& args) { return seen(args); });
     }
 
     struct Setter {
@@ -384,20 +385,65 @@ namespace {
                 onBag("clear" + name, [&setter](IRIArgs& args) { (args.*setter.clear)(); }));
         }
         operations.push_back(onBag("setPort", [](IRIArgs& args) { args.setPort(1); }));
-        for (const bool formEncoded : {false, true}) {
-            operations.push_back(onBag(
-                "appendQueryKeyValuePair",
-                [formEncoded, utf8](IRIArgs& args) {
-                    args.appendQueryKeyValuePair(utf8 + ";", utf8, formEncoded, true);
-                },
-                Guarantee::Basic));
-            operations.push_back(onBag(
-                "appendQueryKeyValuePair, UTF-16",
-                [formEncoded, utf16](IRIArgs& args) {
-                    args.appendQueryKeyValuePair(utf16 + u"&", utf16, formEncoded, false);
-                },
-                Guarantee::Basic));
-        }
+        expectSurvival(operations);
+    }
+
+    struct Query {
+        std::optional<std::string> text;
+        bool hasEscapes; // counts as one that carries them
+    };
+
+    IRIArgs bagWith(const Query& query)
+    {
+        IRIArgs args;
+        args.setScheme("x").setPath("/" + longName).setFragment(longName);
+        if (query.hasEscapes)
+            args.appendQueryKeyValuePair("=", "", false, false); // which is kept in mind
+        return query.text ? args.setQuery(*query.text) : args.clearQuery();
+    }
+
+    // What a pair that cannot be appended may leave, beside the query as it was.
+    std::vector<Query> leftoversOf(const Query& query, char separator)
+    {
+        std::vector<Query> result{{query.text, true}};
+        if (query.text && !query.text->empty())
+            for (const bool hasEscapes : {query.hasEscapes, true})
+                result.push_back({*query.text + separator, hasEscapes});
+        return result;
+    }
+
+    template <class Text>
+    void addPairs(Operations& operations, const Query& query, const Text& key, const Text& value)
+    {
+        for (const bool formEncoded : {false, true})
+            for (const bool semicolon : {false, true}) {
+                const auto onQuery = [=](const Query& before) {
+                    return onBag(
+                        "appendQueryKeyValuePair to " + before.text.value_or("nothing"),
+                        [=](IRIArgs& args) {
+                            args.appendQueryKeyValuePair(key, value, formEncoded, semicolon);
+                        },
+                        [before] { return bagWith(before); });
+                };
+                operations.push_back(onQuery(query));
+                for (const Query& leftover : leftoversOf(query, semicolon ? ';' : '&'))
+                    operations.back().leftovers.push_back(onQuery(leftover).prepare);
+            }
+    }
+
+    TEST(IriMemory, mayFailWhereverAPairIsAppended)
+    {
+        Operations operations;
+        for (const auto& text : {std::optional<std::string>(), std::optional(std::string()),
+                                 std::optional(std::string("%41")), std::optional(longName)})
+            for (const bool hasEscapes : {false, true}) {
+                const Query query{text, hasEscapes};
+                addPairs(operations, query, longName, longName); // nothing to escape
+                addPairs(operations, query, longName + ";&", longName);
+                addPairs(operations, query, longName, longName + "=\xC3");
+                addPairs(operations, query, std::string(), longName);
+                addPairs(operations, query, std::u16string(40, u'ü'), std::u16string(40, u'='));
+            }
         expectSurvival(operations);
     }
 

@@ -16,9 +16,8 @@ namespace foundation::network::tests {
 
 /// What is left of the values that an operation works on where memory has run out.
 enum class Guarantee {
-    Strong, ///< they are as they were before
+    Strong, ///< they are as they were before, or in one of the states that the operation lists
     Reading, ///< or in part as the operation leaves them: what was read may show in what is read next
-    Basic,   ///< they can still be used
 };
 
 /// An operation, with values of its own for each attempt.
@@ -32,6 +31,7 @@ struct Operation {
     std::string name;
     std::function<Attempt()> prepare;
     Guarantee guarantee = Guarantee::Strong;
+    std::vector<std::function<Attempt()>> leftovers; ///< on values in those states
 };
 
 /// An operation on values that @p make gives.
@@ -46,7 +46,8 @@ Operation operation(std::string name, Make make, Run run, Look look,
                 return {[values, run] { return run(*values); },
                         [values, look] { return look(*values); }};
             },
-            guarantee};
+            guarantee,
+            {}};
 }
 
 /// An operation that has nothing to work on.
@@ -60,7 +61,8 @@ Operation operation(std::string name, Run run)
 
 /// Runs an operation with its first request for memory failing, its second, and so on, until it gets
 /// all that it wants. Each time it throws std::bad_alloc, or what @p isShortage takes for that; leaves
-/// its values as its guarantee says; succeeds at the second try; and no memory is lost.
+/// its values as its guarantee says; succeeds at the second try, which gives what it gives on such
+/// values; and no memory is lost.
 ///
 /// @returns how many requests were made to fail
 std::size_t expectSurvival(const Operation& operation, Shortage shortage,
