@@ -341,6 +341,12 @@ namespace {
         {"some", [] { return bagOf(longText); }},
         {"of pairs", &bagOfPairs},
         {"no code points", [] { return bagOf(noText); }},
+        {"others",
+         [] {
+             Bag bag = bagOf(longText + U"x");
+             bag.setScheme(U"another-scheme-of-some-length");
+             return bag;
+         }},
     };
 
     struct Setter {
