@@ -15,9 +15,14 @@
 #include "reference/TextGenerator.hpp"
 #include "text/LaxUtf8.hpp"
 
+#include "build/NaiveText.hpp"
+
+#include <foundation/network/IRI.hpp>
+
 #include <boost/optional.hpp>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -128,8 +133,30 @@ namespace {
                      static_cast<std::size_t>(range->end() - begin)};
     }
 
+    bool isCharacter(char32_t c)
+    {
+        return c <= 0x10FFFF && (c < 0xD800 || c > 0xDFFF);
+    }
+
+    // What callers give is UTF-8 or UTF-16, which the grammar reads without decoding it first. What
+    // is no character has neither.
+    void compareTaking(const std::u32string& text)
+    {
+        if (!std::ranges::all_of(text, isCharacter))
+            return;
+        const bool expected = reference::isIri(text);
+        const bool ofUtf8 = IRI::tryParse(tests::toUtf8(text)).has_value();
+        const bool ofUtf16 = IRI::tryParse(tests::toUtf16(text)).has_value();
+        if (expected == ofUtf8 && expected == ofUtf16)
+            return;
+        EXPECT_EQ(expected, ofUtf8) << printed(text);
+        EXPECT_EQ(expected, ofUtf16) << printed(text);
+    }
+
     void compareReference(const std::u32string& text)
     {
+        compareTaking(text);
+
         ReferenceParts expected;
         const Match expectedMatch = reference::parseIriReference(text, expected);
 

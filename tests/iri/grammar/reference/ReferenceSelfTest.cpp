@@ -68,6 +68,16 @@ namespace {
          nullptr},
     };
 
+    TEST(ReferenceIri, isAWholeReferenceWhosePortIsANumberOf16Bits)
+    {
+        EXPECT_TRUE(isIri(U"//h:65535/"));
+        EXPECT_TRUE(isIri(U""));
+        EXPECT_FALSE(isIri(U"//h:65536/"));
+        EXPECT_FALSE(isIri(U"//h:/"));
+        EXPECT_FALSE(isIri(U"//h:\u0663/"));
+        EXPECT_FALSE(isIri(U"//h:8/ "));
+    }
+
     TEST(Reference, takesAnIriApart)
     {
         for (const Reading& row : readings) {

@@ -226,4 +226,16 @@ Match parseIriReference(const std::u32string& text, ReferenceParts& parts)
     return {matched, static_cast<std::size_t>(first - text.begin())};
 }
 
+bool isIri(const std::u32string& text)
+{
+    ReferenceParts parts;
+    if (parseIriReference(text, parts) != Match{true, text.size()})
+        return false;
+    if (!parts.port)
+        return true;
+    const std::u32string port = text.substr(parts.port->begin, parts.port->end - parts.port->begin);
+    std::uint16_t number = 0;
+    return parsePort(port, number) == Match{true, port.size()};
+}
+
 } // namespace reference
