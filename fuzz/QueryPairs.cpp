@@ -33,6 +33,14 @@ namespace {
         return tests::unescaped(text);
     }
 
+    // Whether it is the UTF-8 that everybody writes, without the lead bytes from F8 up that the
+    // library reads besides.
+    bool isText(const std::string& bytes)
+    {
+        const auto read = tests::readUtf8(bytes);
+        return read && tests::toUtf8(*read) == bytes;
+    }
+
     void requirePairs(const std::string& query, unsigned choice)
     {
         const QueryPairs pairs(query, separators[choice]);
@@ -52,8 +60,13 @@ namespace {
             require(pair.key == read(pair.writtenKey) && pair.value == read(pair.writtenValue),
                     "a pair reads as it was written");
             require(pair.hasValue || pair.value.empty(), "what is absent is empty");
-            require(pair.writtenKey.find_first_of(separatorTexts[choice]) == std::string_view::npos,
-                    "no separator is left in a pair");
+            for (const std::string_view written : {pair.writtenKey, pair.writtenValue})
+                require(written.find_first_of(separatorTexts[choice]) == written.npos,
+                        "no separator is left in a pair");
+            require(pair.writtenKey.find('=') == std::string_view::npos,
+                    "the first equals sign ends the key");
+            require(pair.isText == (isText(pair.key) && isText(pair.value)),
+                    "what is no UTF-8 is told");
         }
         require(again == query, "the pairs are the whole query");
     }
@@ -62,8 +75,7 @@ namespace {
     // what they are read as.
     bool mayComeBack(const std::string& text)
     {
-        const auto read = tests::readUtf8(text);
-        return read && tests::toUtf8(*read) == text && text.find('%') == text.npos;
+        return isText(text) && text.find('%') == text.npos;
     }
 
     void requireComesBack(const std::string& key, const std::string& value, unsigned choice)
