@@ -1,8 +1,11 @@
 #include "BagCalls.hpp"
 
 #include "build/BagTesting.hpp"
+#include "build/NaiveText.hpp"
 
 #include <algorithm>
+#include <numeric>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -19,13 +22,42 @@ namespace {
                                    [](char c) { return static_cast<unsigned char>(c) < 0x80; });
     }
 
+    // The same in UTF-16, for about half of the texts. What cannot be read has no UTF-16.
+    std::optional<std::u16string> asUtf16(const std::string& text)
+    {
+        const auto characters = readUtf8(text);
+        const bool isOdd = std::accumulate(text.begin(), text.end(), 0U,
+                                           [](unsigned sum, char c) {
+                                               return sum + static_cast<unsigned char>(c);
+                                           })
+                               % 2
+                           != 0;
+        return characters && isOdd ? std::optional(toUtf16(*characters)) : std::nullopt;
+    }
+
     testing::AssertionResult set(TwinBag& bag, Field field, const std::string& text)
     {
         Outcomes outcomes;
         if (field == SCHEME && !isAscii(text))
             return testing::AssertionSuccess();
-        return failAlike([&] { (bag.library.*textComponents[field].setUtf8)(text); },
-                         [&] { bag.naive.set(field, text); }, outcomes);
+        const TextComponent& component = textComponents[field];
+        const auto utf16 = asUtf16(text);
+        return failAlike(
+            [&] {
+                if (utf16)
+                    (bag.library.*component.setUtf16)(*utf16);
+                else
+                    (bag.library.*component.setUtf8)(text);
+            },
+            [&] { bag.naive.set(field, text); }, outcomes);
+    }
+
+    testing::AssertionResult setPort(TwinBag& bag, const std::string& text)
+    {
+        Outcomes outcomes;
+        const auto utf16 = asUtf16(text);
+        return failAlike([&] { utf16 ? bag.library.setPort(*utf16) : bag.library.setPort(text); },
+                         [&] { bag.naive.setPort(text); }, outcomes);
     }
 
     testing::AssertionResult append(TwinBag& bag, Input line, bool semicolonSeparator)
@@ -34,9 +66,16 @@ namespace {
         const bool formEncoded = line.byte() % 2 != 0;
         const std::string key = line.until('=');
         const std::string value = line.rest();
+        const auto key16 = asUtf16(key + value) ? readUtf8(key) : std::nullopt;
+        const auto value16 = key16 ? readUtf8(value) : std::nullopt;
         return failAlike(
             [&] {
-                bag.library.appendQueryKeyValuePair(key, value, formEncoded, semicolonSeparator);
+                if (value16)
+                    bag.library.appendQueryKeyValuePair(toUtf16(*key16), toUtf16(*value16),
+                                                        formEncoded, semicolonSeparator);
+                else
+                    bag.library.appendQueryKeyValuePair(key, value, formEncoded,
+                                                        semicolonSeparator);
             },
             [&] { bag.naive.append(key, value, formEncoded, semicolonSeparator); }, outcomes);
     }
@@ -46,7 +85,6 @@ namespace {
 testing::AssertionResult callAlike(TwinBag& bag, Input line)
 {
     constexpr std::string_view setters = "suhpqf", clearers = "SUHPQF";
-    Outcomes outcomes;
     const char call = static_cast<char>(line.byte());
     if (const std::size_t field = setters.find(call); field != setters.npos)
         return set(bag, static_cast<Field>(field), line.rest());
@@ -54,9 +92,7 @@ testing::AssertionResult callAlike(TwinBag& bag, Input line)
         (bag.library.*textComponents[field].clear)();
         bag.naive.clear(static_cast<Field>(field), Level::IRIArgs);
     } else if (call == '8') {
-        const std::string text = line.rest();
-        return failAlike([&] { bag.library.setPort(text); }, [&] { bag.naive.setPort(text); },
-                         outcomes);
+        return setPort(bag, line.rest());
     } else if (call == '@') {
         bag.library.clearPort();
         bag.naive.clearPort();

@@ -200,6 +200,11 @@ ModelledValuePointer parsedValue(const std::string& utf8)
     return std::make_unique<ModelledValue>(ModelledValue{parsedSpecimen(utf8), {}, false});
 }
 
+ModelledValuePointer parsedFromUtf16(const std::u16string& utf16)
+{
+    return std::make_unique<ModelledValue>(ModelledValue{parsedSpecimen(utf16), {}, false});
+}
+
 ModelledValuePointer valueOf(Specimen&& specimen)
 {
     return std::make_unique<ModelledValue>(ModelledValue{std::move(specimen), {}, false});

@@ -40,6 +40,7 @@ using ModelledValuePointer = std::unique_ptr<ModelledValue>;
 /// New values.
 ModelledValuePointer emptyValue();
 ModelledValuePointer parsedValue(const std::string& utf8);
+ModelledValuePointer parsedFromUtf16(const std::u16string& utf16);
 ModelledValuePointer valueOf(tests::Specimen&& specimen);
 ModelledValuePointer copied(const ModelledValue& from);
 ModelledValuePointer moved(ModelledValue& from);

@@ -2,6 +2,7 @@
 // call and the next ones name what it works on:
 //
 //     pA text     A is parsed from the text
+//     PA text     the same from the text in UTF-16
 //     cAB  mAB    A is a copy of B; A is constructed by moving B
 //     =AB  <AB    the same by assignment
 //     xAB         A and B are exchanged
@@ -16,6 +17,8 @@
 #include "BagCalls.hpp"
 #include "ModelledValue.hpp"
 #include "Target.hpp"
+
+#include "build/NaiveText.hpp"
 
 #include <array>
 #include <cstddef>
@@ -42,6 +45,8 @@ namespace {
             switch (letter) {
             case 'p':
                 return parse(first, line.rest());
+            case 'P':
+                return parseUtf16(first, line.rest());
             case 'k':
                 return require(callAlike(bags_[index % 2], line));
             case 'B':
@@ -83,6 +88,13 @@ namespace {
         {
             if (IRI::tryParse(text))
                 value = parsedValue(text);
+        }
+
+        static void parseUtf16(ModelledValuePointer& value, const std::string& utf8)
+        {
+            const auto text = tests::readUtf8(utf8);
+            if (text && IRI::tryParse(utf8))
+                value = parsedFromUtf16(tests::toUtf16(*text));
         }
 
         static void read(ModelledValue& value, unsigned seed)

@@ -1,9 +1,9 @@
 #include "reference/Specimen.hpp"
 
+#include "build/NaiveText.hpp"
 #include "iri/NaiveCoding.hpp"
 #include "reference/NaiveReference.hpp"
 #include "text/Failure.hpp"
-#include "text/NaiveUtf8.hpp"
 
 #include <foundation/network/IRIArgs.hpp>
 
@@ -25,6 +25,12 @@ namespace {
         for (const char32_t c : text)
             result += writeUtf8(c);
         return result;
+    }
+
+    // What was read as UTF-16.
+    std::string utf8(const std::u16string& text)
+    {
+        return utf8(fromUtf16(text));
     }
 
     // The result of a reading, or its failure in words.
@@ -61,39 +67,40 @@ namespace {
 
     struct FormReading {
         const char* name;
-        std::string (IRI::*read)(const Encoding&) const;
+        std::string (IRI::*readUtf8)(const Encoding&) const;
+        std::u16string (IRI::*readUtf16)(const Encoding&) const;
         Text (*readModel)(Record&, Encoding);
     };
 
     const FormReading formReadings[] = {
-        {"user information", &IRI::getUserInfoUtf8,
+        {"user information", &IRI::getUserInfoUtf8, &IRI::getUserInfo,
          [](Record& record, Encoding form) {
              return readComponent(record, &Record::userInfo, "UserInfo", Fix::None, form);
          }},
-        {"host", &IRI::getHostUtf8,
+        {"host", &IRI::getHostUtf8, &IRI::getHost,
          [](Record& record, Encoding form) {
              return readComponent(record, &Record::host, "Host", Fix::Escapes, form);
          }},
-        {"path", &IRI::getPathUtf8,
+        {"path", &IRI::getPathUtf8, &IRI::getPath,
          [](Record& record, Encoding form) {
              return readComponent(record, &Record::path, "Path", Fix::EscapesAndBrackets, form);
          }},
-        {"query", &IRI::getQueryUtf8,
+        {"query", &IRI::getQueryUtf8, &IRI::getQuery,
          [](Record& record, Encoding form) {
              return readComponent(record, &Record::query, "Query", Fix::EscapesAndBrackets, form);
          }},
-        {"fragment", &IRI::getFragmentUtf8,
+        {"fragment", &IRI::getFragmentUtf8, &IRI::getFragment,
          [](Record& record, Encoding form) {
              return readComponent(record, &Record::fragment, "Fragment", Fix::EscapesAndBrackets,
                                   form);
          }},
-        {"authority", &IRI::getAuthorityUtf8,
+        {"authority", &IRI::getAuthorityUtf8, &IRI::getAuthority,
          [](Record& record, Encoding form) {
              if (!record.host)
                  missing("Item not set: Host: Host (in getAuthority)");
              return record.authority(form);
          }},
-        {"scheme-specific part", &IRI::getSchemeSpecificPartUtf8,
+        {"scheme-specific part", &IRI::getSchemeSpecificPartUtf8, &IRI::getSchemeSpecificPart,
          [](Record& record, Encoding form) {
              if (!record.path)
                  missing("Item not set: Path");
@@ -107,7 +114,8 @@ namespace {
 
     struct PlainReading {
         const char* name;
-        std::string (*read)(const IRI&);
+        std::string (*readUtf8)(const IRI&);
+        std::u16string (*readUtf16)(const IRI&); // but for what is no text
         std::string (*readModel)(Record&);
     };
 
@@ -120,18 +128,24 @@ namespace {
 
     const PlainReading plainReadings[] = {
         {"text", [](const IRI& iri) { return iri.toStringUtf8(); },
+         [](const IRI& iri) { return iri.toString(); },
          [](Record& record) { return utf8(record.whole(Encoding::Iri)); }},
         {"strict text", [](const IRI& iri) { return iri.toStringUtf8(true); },
+         [](const IRI& iri) { return iri.toString(true); },
          [](Record& record) { return utf8(record.whole(Encoding::IriStrict)); }},
         {"ASCII text", [](const IRI& iri) { return iri.toAsciiStringUtf8(); },
+         [](const IRI& iri) { return iri.toAsciiString(); },
          [](Record& record) { return utf8(record.whole(Encoding::Ascii)); }},
         {"strict ASCII text", [](const IRI& iri) { return iri.toAsciiStringUtf8(true); },
+         [](const IRI& iri) { return iri.toAsciiString(true); },
          [](Record& record) { return utf8(record.whole(Encoding::AsciiStrict)); }},
         {"scheme", [](const IRI& iri) { return iri.getSchemeUtf8(); },
+         [](const IRI& iri) { return iri.getScheme(); },
          [](Record& record) { return orMissing(record.scheme, "No scheme"); }},
         {"port", [](const IRI& iri) { return iri.getPortUtf8(); },
+         [](const IRI& iri) { return iri.getPort(); },
          [](Record& record) { return orMissing(record.port, "No port"); }},
-        {"port number", [](const IRI& iri) { return std::to_string(iri.getPortNumber()); },
+        {"port number", [](const IRI& iri) { return std::to_string(iri.getPortNumber()); }, nullptr,
          [](Record& record) {
              orMissing(record.port, "No port");
              return std::to_string(record.portNumber());
@@ -216,6 +230,11 @@ Specimen parsedSpecimen(const std::string& text)
     return {IRI(text), parsed(readUtf8(text).value()), '<' + text + '>'};
 }
 
+Specimen parsedSpecimen(const std::u16string& text)
+{
+    return {IRI(text), parsed(fromUtf16(text)), "UTF-16 <" + utf8(text) + '>'};
+}
+
 Specimen builtSpecimen(const NaiveArguments& arguments)
 {
     IRIArgs args;
@@ -263,7 +282,9 @@ testing::AssertionResult readsAlike(Specimen& specimen, std::size_t count, Rando
     constexpr std::size_t formCount = std::size(forms);
     constexpr std::size_t formTotal = std::size(formReadings) * formCount;
     for (std::size_t i = 0; i < count; ++i) {
-        const std::size_t drawn = below(formTotal + 2 * std::size(plainReadings), random);
+        const std::size_t draw = below(2 * (formTotal + 2 * std::size(plainReadings)), random);
+        const std::size_t drawn = draw / 2;
+        const bool isUtf16 = draw % 2 != 0;
         std::string what;
         std::string read;
         std::string expectedText;
@@ -271,16 +292,23 @@ testing::AssertionResult readsAlike(Specimen& specimen, std::size_t count, Rando
             const FormReading& reading = formReadings[drawn / formCount];
             const Encoding form = forms[drawn % formCount];
             what = std::string(reading.name) + ", " + formNames[drawn % formCount];
-            read = said([&] { return (specimen.iri.*reading.read)(form); });
+            read = said([&] {
+                return isUtf16 ? utf8((specimen.iri.*reading.readUtf16)(form))
+                               : (specimen.iri.*reading.readUtf8)(form);
+            });
             expectedText = said([&] { return utf8(reading.readModel(specimen.record, form)); });
         } else {
             const PlainReading& reading = plainReadings[(drawn - formTotal) / 2];
             what = reading.name;
-            read = said([&] { return reading.read(specimen.iri); });
+            read = said([&] {
+                return isUtf16 && reading.readUtf16 ? utf8(reading.readUtf16(specimen.iri))
+                                                    : reading.readUtf8(specimen.iri);
+            });
             expectedText = said([&] { return reading.readModel(specimen.record); });
         }
         if (read != expectedText)
-            return differ(specimen.origin, what, read, expectedText);
+            return differ(specimen.origin, what + (isUtf16 ? ", in UTF-16" : ""), read,
+                          expectedText);
     }
     return testing::AssertionSuccess();
 }

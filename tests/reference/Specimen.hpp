@@ -23,6 +23,7 @@ struct Specimen {
 };
 
 Specimen parsedSpecimen(const std::string& text);
+Specimen parsedSpecimen(const std::u16string& text);
 Specimen builtSpecimen(const NaiveArguments& arguments);
 
 /// What is drawn for one case. The same number gives the same case on every machine.
