@@ -46,9 +46,12 @@ struct Match {
 /// Matches `IRI-reference`. What @p parts held before is discarded.
 Match parseIriReference(const std::u32string& text, ReferenceParts& parts);
 
+/// @{
 /// Whether the whole text is an IRI reference that the library takes: one whose port, if it has one, is
-/// a number of 16 bits.
+/// a number of 16 bits. The second one asks what `parseIriReference` gave.
 bool isIri(const std::u32string& text);
+bool isIri(const std::u32string& text, const Match& match, const ReferenceParts& parts);
+/// @}
 
 /// Matches `scheme`.
 Match parseScheme(const std::u32string& text);

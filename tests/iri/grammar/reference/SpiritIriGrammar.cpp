@@ -229,7 +229,13 @@ Match parseIriReference(const std::u32string& text, ReferenceParts& parts)
 bool isIri(const std::u32string& text)
 {
     ReferenceParts parts;
-    if (parseIriReference(text, parts) != Match{true, text.size()})
+    const Match match = parseIriReference(text, parts);
+    return isIri(text, match, parts);
+}
+
+bool isIri(const std::u32string& text, const Match& match, const ReferenceParts& parts)
+{
+    if (match != Match{true, text.size()})
         return false;
     if (!parts.port)
         return true;
