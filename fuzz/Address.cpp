@@ -41,6 +41,10 @@ namespace {
             const InterfaceAddress network(address, prefix);
             require(network.toString() == address.toString() + "/" + std::to_string(prefix),
                     "address and prefix are shown");
+            require(network.prefixLength() == prefix, "the prefix length comes back");
+            require(network.getInetAddress().bytes() == address.bytes()
+                        && network.getInetAddress().toString() == address.toString(),
+                    "and so does the address");
         } catch (const std::out_of_range&) {
             require(prefix > (address.getVersion() == 4 ? 32 : 128), "the prefix is too long");
             return;
@@ -62,7 +66,11 @@ namespace {
             require(bytes.empty() || address.bytes() == bytes, "the bytes come back");
             requireShown(address);
             requireNetwork(address, prefix);
-        } catch (const core::except::AnonymousInternalException<std::invalid_argument>&) {
+        } catch (const core::except::AnonymousInternalException<std::invalid_argument>& failure) {
+            require(failure.what()
+                        == "Can not create InetAddress from " + std::to_string(bytes.size())
+                               + " elements. Vector must have 0, 4 or 16 elements.",
+                    "the number of bytes is shown");
             require(!bytes.empty() && bytes.size() != 4 && bytes.size() != 16,
                     "only other numbers of bytes are refused");
         }
@@ -73,7 +81,11 @@ namespace {
         std::optional<InetAddress> address;
         try {
             address.emplace(text);
-        } catch (const core::except::AnonymousInternalException<std::invalid_argument>&) {
+        } catch (const core::except::AnonymousInternalException<std::invalid_argument>& failure) {
+            const std::string message = failure.what();
+            require(message == "Invalid IP address string: " + text
+                        || message.find(" [system:") != message.npos,
+                    "the text is shown, or the system says why it is refused");
             return;
         }
         requireShown(*address);

@@ -63,26 +63,32 @@ inline Text fromUtf16(const std::u16string& utf16)
     return result;
 }
 
+[[noreturn]] inline void refuseCodePoint(char32_t c)
+{
+    boost::throw_exception(
+        std::out_of_range("Invalid UTF-32 code point U+" + inHexadecimal(c)
+                          + " encountered while trying to encode UTF-16 sequence"));
+}
+
 /// A surrogate is written as three bytes.
 inline std::string toUtf8(const Text& text)
 {
     std::string result;
     for (const char32_t c : text) {
         if (c > 0x10FFFF)
-            boost::throw_exception(std::out_of_range("Invalid UTF-32 code point U+"
-                                                     + inHexadecimal(c)
-                                                     + " encountered while trying to encode UTF-16 "
-                                                       "sequence"));
+            refuseCodePoint(c);
         result += writeUtf8(c);
     }
     return result;
 }
 
-/// Only for a text of characters.
+/// A surrogate is refused.
 inline std::u16string toUtf16(const Text& text)
 {
     std::u16string result;
     for (const char32_t c : text) {
+        if (c > 0x10FFFF || (c >= 0xD800 && c <= 0xDFFF))
+            refuseCodePoint(c);
         if (c < 0x10000) {
             result.push_back(static_cast<char16_t>(c));
         } else {

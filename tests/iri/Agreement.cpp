@@ -1,6 +1,7 @@
 #include "iri/Agreement.hpp"
 
 #include "iri/Expect.hpp"
+#include "text/NaiveUtf8.hpp"
 
 #include <foundation/network/IRI.hpp>
 #include <foundation/network/iri/Diagnosis.hpp>
@@ -103,6 +104,27 @@ namespace {
         return Text(view.begin(), view.end());
     }
 
+    // How many code points these are, or nothing if they are no text.
+    std::optional<std::size_t> codePointsOf(const std::string& text)
+    {
+        const auto characters = readUtf8(text);
+        return characters ? std::optional(characters->size()) : std::nullopt;
+    }
+
+    std::optional<std::size_t> codePointsOf(const std::u16string& text)
+    {
+        std::size_t count = 0;
+        for (std::size_t i = 0; i < text.size(); ++i, ++count) {
+            const bool isFirst = (text[i] & 0xFC00) == 0xD800;
+            if (isFirst && (i + 1 == text.size() || (text[i + 1] & 0xFC00) != 0xDC00))
+                return std::nullopt;
+            if ((text[i] & 0xFC00) == 0xDC00)
+                return std::nullopt;
+            i += isFirst ? 1 : 0;
+        }
+        return count;
+    }
+
     // Whether a component was good so far and is not any more with what is at fault, where that is
     // one character: then the place is right.
     template <class Text>
@@ -135,6 +157,12 @@ namespace {
             return "the diagnosis has another opinion of the encoding";
         if (diagnosis->offset > text.size() || diagnosis->length > text.size() - diagnosis->offset)
             return "the diagnosis lies outside of the text";
+        if (codePointsOf(text.substr(0, diagnosis->offset)) != diagnosis->codePointOffset)
+            return "the diagnosis counts other code points";
+        if (diagnosis->expected.empty())
+            return "the diagnosis expects nothing";
+        if (repaired && diagnosis->code == Diagnosis::Code::BadUtf16)
+            return "broken UTF-16 is repaired";
         if (!isTheRightPlace(text, *diagnosis))
             return "the diagnosis is of another place";
         if ((diagnosis->component == Diagnosis::Component::None)
