@@ -385,6 +385,11 @@ namespace {
                 onBag("clear" + name, [&setter](IRIArgs& args) { (args.*setter.clear)(); }));
         }
         operations.push_back(onBag("setPort", [](IRIArgs& args) { args.setPort(1); }));
+        // The number in front of what is refused may stay.
+        const auto setWrongPort = [](IRIArgs& args) { args.setPort("80x"); };
+        operations.push_back(onBag("setPort, refused", setWrongPort));
+        operations.back().leftovers.push_back(
+            onBag("setPort, refused", setWrongPort, [] { return longBag().setPort(80); }).prepare);
         expectSurvival(operations);
     }
 

@@ -20,8 +20,8 @@ class IRI;
 /// A component that was never set is absent, which is not the same as empty.
 ///
 /// An ordinary value, for one thread at a time. A value that was moved from is unchanged. Where memory
-/// runs out `std::bad_alloc` is thrown and nothing has changed; `appendQueryKeyValuePair` is the
-/// exception.
+/// runs out `std::bad_alloc` is thrown and nothing has changed; the exceptions are
+/// `appendQueryKeyValuePair`, and `setPort` with a text that it would refuse.
 class ZKFLNETWORK_API IRIArgs : public iri::detail::ArgsBase<std::u32string> {
 public:
     /// Nothing set.
