@@ -143,6 +143,8 @@ namespace {
         {"/é\xC3", "bad-utf8", "path", 3, 1, 2, "/é%C3"},
         {"/\xE2\x82", "bad-utf8", "path", 1, 2, 1, "/%E2%82"},
         {"/\xE2\x82z", "bad-utf8", "path", 1, 2, 1, "/%E2%82z"},
+        {"/é\xC3z", "bad-utf8", "path", 3, 1, 2, "/é%C3z"},
+        {"/é\xE1z\x80", "bad-utf8", "path", 3, 1, 2, "/é%E1z%80"},
         {"/\xF0\x9F\x98\xC3\xA9", "bad-utf8", "path", 1, 3, 1, "/%F0%9F%98é"},
         {"/\x80\x80", "bad-utf8", "path", 1, 1, 1, "/%80%80"},
         {"/\xC0\x80", "bad-utf8", "path", 1, 2, 1, "/%C0%80"},

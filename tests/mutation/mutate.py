@@ -46,9 +46,10 @@ TESTS = ["iri_value_tests", "string_parts_tests", "build_tests", "idn_tests", "i
          "except_internal_tests",
          "iri_property_tests", "iri_agreement_tests", "build_property_tests",
          "reference_model_tests", "idn_property_tests", "string_parts_model_tests",
-         "component_coders_property_tests", "grammar_against_reference_tests"]
+         "component_coders_property_tests", "grammar_against_reference_tests", "iri_huge_tests"]
 LIBRARY = "src/libzkflnetwork.so"
-ENVIRONMENT = {"ZKFLNETWORK_TEST_FACTOR": "0.1", "RC_PARAMS": "max_success=300"}
+ENVIRONMENT = {"ZKFLNETWORK_TEST_FACTOR": "0.1", "RC_PARAMS": "max_success=300",
+               "ZKFLNETWORK_TEST_HUGE_MIB": "8"}
 
 
 @dataclasses.dataclass(frozen=True)
