@@ -137,9 +137,11 @@ private:
     // The reference's path, merged onto the segments gathered so far.
     void setResolvedPath(Assembly<String>& assembly, View path)
     {
+        std::string slashed;
         reference::mergePathSegments(path, segments_, absolute_, reference_.pathHasDotSegments(),
-                                     slashedPath_);
-        path_ = reference::joinPathSegments(segments_);
+                                     slashed);
+        path_ =
+            reference::joinPathSegments(segments_);
         assembly.setDecodedPath({}, path_);
     }
 
@@ -152,8 +154,7 @@ private:
         const View path = basePath();
         if (!base_.pathHasDotSegments())
             return path;
-        return reference::removeRelativePathSegments(path, base_.hasAbsolutePath(),
-                                                     baseWithoutDots_);
+        return reference::removeRelativePathSegments(path, base_.hasAbsolutePath(), path_);
     }
 
     const Iri& reference_;
@@ -163,9 +164,7 @@ private:
     reference::Segments segments_;
     std::string referencePath_; // if it had to be made
     std::string basePath_;
-    std::string baseWithoutDots_;
-    std::string slashedPath_;
-    std::string path_;
+    std::string path_; // what is made of them; the list may show it until they are joined
 };
 
 template <class String>
