@@ -140,8 +140,7 @@ private:
         std::string slashed;
         reference::mergePathSegments(path, segments_, absolute_, reference_.pathHasDotSegments(),
                                      slashed);
-        path_ =
-            reference::joinPathSegments(segments_);
+        path_ = reference::joinPathSegments(segments_);
         assembly.setDecodedPath({}, path_);
     }
 

@@ -409,6 +409,17 @@ TEST(IRI, isReadFromUtf32)
     }
 }
 
+TEST(IRI, ofUtf32IsResolvedAndMadeRelative)
+{
+    using Base = iri::detail::TemplateIRI<std::u32string>;
+    const Base base(U"x://h/a/\u00E4?q");
+    const Base target = Base(U"../b#f").doResolve(base);
+    EXPECT_EQ(target.toStringUtf8(iri::Encoding::Iri), "x://h/b#f");
+    EXPECT_EQ(Base(U"x://h/a/b").doRelativise(base).toStringUtf8(iri::Encoding::Iri), "b");
+    EXPECT_TRUE(throwsExactly<LogicFailure>([&] { Base(U"b").doRelativise(base); },
+                                            "Cannot make relative to base. Already relative"));
+}
+
 TEST(IRI, failuresAreCaughtByTheirStandardBasesToo)
 {
     EXPECT_THROW(IRI(std::string(":")), std::logic_error);

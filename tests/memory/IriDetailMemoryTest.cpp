@@ -308,17 +308,13 @@ namespace {
         addForEachPair(
             operations, "doResolve", values,
             [](const Value& value, const Value& base) {
-                Value target;
-                value.doResolve(base, target);
-                return target.toStringUtf8(Encoding::Iri);
+                return value.doResolve(base).toStringUtf8(Encoding::Iri);
             },
             Guarantee::Reading);
         addForEachPair(
             operations, "doRelativise", values,
             [](const Value& value, const Value& base) {
-                Value target;
-                value.doRelativise(base, target);
-                return target.toStringUtf8(Encoding::Iri);
+                return value.doRelativise(base).toStringUtf8(Encoding::Iri);
             },
             Guarantee::Reading);
         expectSurvival(operations);

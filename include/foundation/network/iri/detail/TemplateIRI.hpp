@@ -184,10 +184,24 @@ public:
     std::string toAsciiStringUtf8(const Encoding& encoding) const;
     /// @}
 
+    /// What this denotes as a reference against @p base; see `IRI::resolveAgainst`.
+    TemplateIRI doResolve(const TemplateIRI& base) const
+    {
+        TemplateIRI target;
+        doResolve(base, target);
+        return target;
+    }
+
+    /// A reference that names this in terms of @p base; see `IRI::makeRelativeTo`.
+    TemplateIRI doRelativise(const TemplateIRI& base) const
+    {
+        TemplateIRI target;
+        doRelativise(base, target);
+        return target;
+    }
+
     /// @{
-    /// Makes @p target, a fresh value, what this denotes as a reference against @p base, or a
-    /// reference that names this in terms of @p base; see `IRI::resolveAgainst` and
-    /// `IRI::makeRelativeTo`. After a failure it is fit for destruction only.
+    /// The same, made of @p target, a fresh value. After a failure that is fit for destruction only.
     void doResolve(const TemplateIRI& base, TemplateIRI& target) const;
     void doRelativise(const TemplateIRI& base, TemplateIRI& target) const;
     /// @}
