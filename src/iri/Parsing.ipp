@@ -7,7 +7,6 @@
 #include "iri/ReferenceReading.hpp"
 #include "text/CodePointIterator.hpp"
 #include "text/Utf.hpp"
-#include "text/WellFormed.hpp"
 
 #include <foundation/network/iri/detail/TemplateIRI.hpp>
 
@@ -24,10 +23,7 @@ void TemplateIRI<String>::readOrThrow(std::basic_string_view<Unit> text)
 {
     if (tryRead(text))
         return;
-    constexpr std::size_t LONGEST_SEQUENCE = 4;
-    const auto rest = text.substr(text::wellFormedLength(text));
-    if (!rest.empty()) // a defect, which needs no more than itself to be told
-        static_cast<void>(text::toUtf32(rest.substr(0, LONGEST_SEQUENCE))); // throws
+    text::requireWellFormed(text);
     core::except::throwLogicError("IRI parsing failed");
 }
 

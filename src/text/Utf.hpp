@@ -49,6 +49,12 @@ std::u32string toUtf32(std::string_view utf8);
 ///         at the end of the text that is the terminating zero, written "0"
 std::u32string toUtf32(std::u16string_view utf16);
 
+/// @{
+/// Throws what `toUtf32` throws of a text, if it does. Takes no memory.
+void requireWellFormed(std::string_view utf8);
+void requireWellFormed(std::u16string_view utf16);
+/// @}
+
 /// UTF-32 to UTF-16.
 /// @throws boost::wrapexcept<std::out_of_range> "Invalid UTF-32 code point U+0x110000 encountered
 ///         while trying to encode UTF-16 sequence", for a surrogate or a value above U+10FFFF

@@ -4,6 +4,7 @@
 #include "text/CodePointIterator.hpp"
 #include "text/InvalidCodePoint.hpp"
 #include "text/SameUnits.hpp"
+#include "text/WellFormed.hpp"
 
 #include <algorithm>
 #include <cstddef>
@@ -85,6 +86,13 @@ std::u32string toUtf32(std::u16string_view utf16)
     if (const std::optional<char16_t> misplaced = decodeUtf16(utf16, result))
         throwMisplacedSurrogate(*misplaced);
     return result;
+}
+
+void requireWellFormed(std::u16string_view utf16)
+{
+    // The defect, and the unit behind it, which may be the one that is told.
+    const std::u16string_view rest = utf16.substr(wellFormedLength(utf16));
+    static_cast<void>(toUtf32(rest.substr(0, 2)));
 }
 
 std::u16string toUtf16(std::u32string_view utf32)

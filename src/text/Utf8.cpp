@@ -182,6 +182,12 @@ std::u32string toUtf32(std::string_view utf8)
     return result;
 }
 
+void requireWellFormed(std::string_view utf8)
+{
+    if (wellFormedLength(utf8) < utf8.size())
+        core::except::throwAnonymous(INVALID_UTF8);
+}
+
 Utf8Sequence encodeUtf8(char32_t codePoint)
 {
     Utf8Sequence sequence{};

@@ -8,6 +8,7 @@
 
 #include <atomic>
 #include <cstddef>
+#include <functional>
 #include <iterator>
 #include <string>
 #include <thread>
@@ -61,7 +62,7 @@ namespace {
         [](const Shared& all) { return all.right == all.left; },
         [](const Shared& all) { return !(all.left == all.other); },
         [](const Shared& all) { return all.other != all.left; },
-        [](const Shared& all) { return all.left == all.left; },
+        [](const Shared& all) { return std::equal_to<>()(all.left, all.left); },
         [](const Shared& all) { return Parts(all.left) == all.right; },
         [](const Shared& all) { return all.right == Parts(all.left); },
         [](const Shared& all) {
