@@ -2,8 +2,8 @@
 
 #include "build/BagTesting.hpp"
 #include "build/NaiveText.hpp"
+#include "text/CodePointIterator.hpp"
 
-#include <algorithm>
 #include <numeric>
 #include <optional>
 #include <string>
@@ -14,13 +14,6 @@ namespace foundation::network::fuzz {
 namespace {
 
     using namespace tests;
-
-    // The naive bag knows the letters of ASCII only.
-    bool isAscii(const std::string& text)
-    {
-        return std::ranges::all_of(text,
-                                   [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-    }
 
     // The same in UTF-16, for about half of the texts. What cannot be read has no UTF-16.
     std::optional<std::u16string> asUtf16(const std::string& text)
@@ -38,7 +31,8 @@ namespace {
     testing::AssertionResult set(TwinBag& bag, Field field, const std::string& text)
     {
         Outcomes outcomes;
-        if (field == SCHEME && !isAscii(text))
+        // The naive bag knows the letters of ASCII only.
+        if (field == SCHEME && !text::isAllAscii(text))
             return testing::AssertionSuccess();
         const TextComponent& component = textComponents[field];
         const auto utf16 = asUtf16(text);

@@ -6,10 +6,10 @@
 #include "build/NaiveText.hpp"
 #include "iri/NaiveIri.hpp"
 #include "iri/grammar/reference/SpiritGrammars.hpp"
+#include "text/CodePointIterator.hpp"
 
 #include <foundation/network/IRI.hpp>
 
-#include <algorithm>
 #include <optional>
 #include <sstream>
 #include <string>
@@ -33,12 +33,6 @@ namespace {
         for (const char16_t unit : text)
             narrow += unit < 0x80 ? static_cast<char>(unit) : '?';
         return narrow;
-    }
-
-    bool isAscii(const std::string& text)
-    {
-        return std::ranges::all_of(text,
-                                   [](char c) { return static_cast<unsigned char>(c) < 0x80; });
     }
 
     void requireSame(const IRI& iri, const IRI& again)
@@ -87,7 +81,8 @@ void run(Input input)
     require(stream.str() == narrowed(iri->toAsciiString()), "a stream shows the ASCII text");
     const std::string strict = iri->toStringUtf8(true);
     require(IRI(strict).toStringUtf8(true) == strict, "the strict text has nothing to repair");
-    if (iri->hasHost() && iri->getHostUtf8().starts_with('[') && !isAscii(iri->getHostUtf8()))
+    if (iri->hasHost() && iri->getHostUtf8().starts_with('[')
+        && !text::isAllAscii(iri->getHostUtf8()))
         return; // the characters of an address are escaped, too, and then it is none any more
     const std::string strictAscii = iri->toAsciiStringUtf8(true);
     require(IRI(strictAscii).toAsciiStringUtf8(true) == strictAscii, "nor has the ASCII text");

@@ -1,7 +1,7 @@
 #include "iri/Agreement.hpp"
 
+#include "build/NaiveText.hpp"
 #include "iri/Expect.hpp"
-#include "text/NaiveUtf8.hpp"
 
 #include <foundation/network/IRI.hpp>
 #include <foundation/network/iri/Diagnosis.hpp>
@@ -104,25 +104,14 @@ namespace {
         return Text(view.begin(), view.end());
     }
 
-    // How many code points these are, or nothing if they are no text.
-    std::optional<std::size_t> codePointsOf(const std::string& text)
+    // How many code points these are. What is no text is refused.
+    std::size_t codePointsOf(const std::string& text)
     {
-        const auto characters = readUtf8(text);
-        return characters ? std::optional(characters->size()) : std::nullopt;
+        return readUtf8(text).value().size();
     }
-
-    std::optional<std::size_t> codePointsOf(const std::u16string& text)
+    std::size_t codePointsOf(const std::u16string& text)
     {
-        std::size_t count = 0;
-        for (std::size_t i = 0; i < text.size(); ++i, ++count) {
-            const bool isFirst = (text[i] & 0xFC00) == 0xD800;
-            if (isFirst && (i + 1 == text.size() || (text[i + 1] & 0xFC00) != 0xDC00))
-                return std::nullopt;
-            if ((text[i] & 0xFC00) == 0xDC00)
-                return std::nullopt;
-            i += isFirst ? 1 : 0;
-        }
-        return count;
+        return fromUtf16(text).size();
     }
 
     // Whether a component was good so far and is not any more with what is at fault, where that is

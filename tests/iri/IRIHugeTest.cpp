@@ -110,6 +110,16 @@ namespace {
             << "that is " << most / static_cast<double>(unit) << " times the text";
     }
 
+    // Calls @p check with the text of each row.
+    template <std::size_t COUNT, class Check>
+    void forEachText(const Huge (&rows)[COUNT], Check check)
+    {
+        for (const Huge& huge : rows) {
+            SCOPED_TRACE(testing::Message() << huge);
+            check(huge.text());
+        }
+    }
+
 } // namespace
 
 // A value holds its text once, as UTF-8, and parsing it takes nothing besides.
@@ -141,32 +151,28 @@ TEST(IRIHuge, whatIsNoIriIsRefusedInNoMemory)
         {"", ":", ""},          {"x://", "a@", ""},  {"x://", "%", ""},
         {"x://[v1.", "a", "/"}, {"x://", "é", "@%"}, {"#", "#", ""},
     };
-    for (const Huge& huge : rows) {
-        SCOPED_TRACE(testing::Message() << huge);
-        const std::string text = huge.text();
+    forEachText(rows, [](const std::string& text) {
         inMemory(0, text.size(), [&] {
             EXPECT_TRUE(throwsExactly<LogicFailure>([&] { IRI{text}; }, "IRI parsing failed"));
             EXPECT_FALSE(IRI::tryParse(text));
             EXPECT_FALSE(iri::IRIView::parse(text));
             EXPECT_TRUE(iri::diagnose(text));
         });
-    }
+    });
 }
 
 // Not even to tell what is wrong with its encoding. UTF-16 is encoded before it is read.
 TEST(IRIHuge, brokenEncodingsAreRefusedInNoMemory)
 {
     constexpr Huge rows[] = {{"/", "é", "\xC3"}, {"/", "a", "\xED\xA0\x80"}, {"\xFF?", "\xFF", ""}};
-    for (const Huge& huge : rows) {
-        SCOPED_TRACE(testing::Message() << huge);
-        const std::string text = huge.text();
+    forEachText(rows, [](const std::string& text) {
         inMemory(0, text.size(), [&] {
             EXPECT_TRUE(throwsExactly<AnyFailure>(
                 [&] { IRI{text}; },
                 "Invalid UTF-8 sequence encountered while trying to encode UTF-32 character"));
             EXPECT_TRUE(iri::diagnose(text));
         });
-    }
+    });
     const std::u16string text = std::u16string(hugeBytes() / 2, u'a') + char16_t(0xD800);
     inMemory(0, text.size(), [&] {
         EXPECT_THROW(IRI{text}, RangeFailure);
@@ -182,9 +188,7 @@ TEST(IRIHuge, brokenEncodingsAreRefusedInNoMemory)
 TEST(IRIHuge, whatIsOnlyLookedAtTakesNoMemory)
 {
     constexpr Huge rows[] = {{"x:/", "é/../", "?#"}, {"//h?", "a=1&", "#"}, {"//", "1.", ""}};
-    for (const Huge& huge : rows) {
-        SCOPED_TRACE(testing::Message() << huge);
-        const std::string text = huge.text();
+    forEachText(rows, [](const std::string& text) {
         inMemory(0, text.size(), [&] {
             EXPECT_FALSE(iri::diagnose(text));
             const auto view = iri::IRIView::parse(text);
@@ -192,7 +196,7 @@ TEST(IRIHuge, whatIsOnlyLookedAtTakesNoMemory)
             for (const iri::QueryPair& pair : iri::QueryPairs(view->query().value_or("")))
                 ASSERT_LE(pair.key.size(), 1U);
         });
-    }
+    });
 }
 
 TEST(IRIHuge, valuesAreComparedHashedShownAndTakenApartOnASmallStack)
